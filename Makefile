@@ -1,0 +1,43 @@
+# make run   installs what is missing, builds, and starts Quench (or, with no display, calculates
+#            the bundled example project through the command line and writes its report).
+# make test  installs, builds, and runs every test, then again with the sanitizers.
+JOBS ?= $(shell nproc 2>/dev/null || echo 2)
+BUILD ?= build
+SANITIZE_BUILD ?= build-sanitize
+EXAMPLE ?= examples/branch_line.qnw
+OUT ?= out
+
+.PHONY: all deps build run test test-fast test-sanitize bench format clean
+
+all: build
+
+deps:
+	@./scripts/install-deps.sh
+
+build: deps
+	cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DQUENCH_WERROR=ON
+	cmake --build $(BUILD) -j $(JOBS)
+
+run: build
+	@./scripts/run.sh $(BUILD) $(EXAMPLE) $(OUT)
+
+test: test-fast test-sanitize
+
+test-fast: build
+	QT_QPA_PLATFORM=offscreen ctest --test-dir $(BUILD) --output-on-failure -j $(JOBS)
+
+test-sanitize: deps
+	cmake -S . -B $(SANITIZE_BUILD) -DCMAKE_BUILD_TYPE=Debug -DQUENCH_SANITIZE=ON \
+	    -DQUENCH_GUI=OFF -DQUENCH_BENCH=OFF -DQUENCH_WERROR=ON
+	cmake --build $(SANITIZE_BUILD) -j $(JOBS)
+	ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 \
+	    ctest --test-dir $(SANITIZE_BUILD) --output-on-failure -j $(JOBS) -E '^format$$'
+
+bench: build
+	$(BUILD)/bin/quench_bench
+
+format:
+	git ls-files '*.cpp' '*.h' | xargs clang-format -i
+
+clean:
+	rm -rf $(BUILD) $(SANITIZE_BUILD) $(OUT)

@@ -1,0 +1,107 @@
+#include "core/project.h"
+
+#include "core/text.h"
+
+namespace quench {
+
+Project::Project()
+    : PipeRecord(MaxPipes + 1), WorkPipeRecord(MaxPipes + 1), CalcPipeRecord(MaxPipes + 1),
+      NodeRecord(MaxNodes + 1), PipeResultRecord(MaxPipes + 1), NodeRecordSI(MaxNodes + 1),
+      CalcPipeRecordSI(MaxPipes + 1), PipeResultRecordSI(MaxPipes + 1) {
+    ResetProject(*this);
+}
+
+namespace {
+
+// The descriptive records, the system data and the format number: not touched by a template load.
+void ResetGeneralRecords(Project& project) {
+    project.ProjectData = {};
+    project.ProjectData.GPDProjectFormat = ProgramFormat;
+    project.ClientData = {};
+    project.CompanyData = {};
+    project.BuildingData = {};
+    project.SystemData = {};
+}
+
+void ResetPipeRows(Project& project) {
+    const Integer material = project.SystemData.DefaultPipeMaterial;
+    for (int row = 1; row <= MaxPipes; ++row) {
+        project.PipeRecord[row] = {};
+        project.PipeRecord[row].Material = material;
+        project.WorkPipeRecord[row] = {};
+        project.WorkPipeRecord[row].Material = material;
+    }
+}
+
+// All settings and results to zero, except the two option flags that outlive a reset.
+void ResetCalculationData(CalculationData& data) {
+    const Integer useFrictionLimit = data.UseFrictionLimit;
+    const Integer doNotIncreaseSize = data.DoNotIncreaseSize;
+    data = {};
+    data.DemandMode = 1;
+    data.SupplyMode = 0;
+    data.UseFrictionLimit = useFrictionLimit;
+    data.DoNotIncreaseSize = doNotIncreaseSize;
+}
+
+void ResetOutputTables(Project& project) {
+    for (auto& row : project.PipeResultRecord) {
+        row = {};
+    }
+    for (auto& row : project.CalcPipeRecord) {
+        row = {};
+    }
+    for (auto& row : project.NodeRecord) {
+        row = {};
+    }
+    project.MaxNodePressureImbalanceResult = 0;
+    project.AvgNodePressureImbalanceResult = 0;
+    project.MaxNodeFlowImbalanceResult = 0;
+    project.AvgNodeFlowImbalanceResult = 0;
+}
+
+void ResetProjectScalars(Project& project) {
+    project.NumberOfActivePipes = 0;
+    project.InflowNode = 0;
+    project.UnitSystem = 0;
+    project.AlarmDeviceName = DefaultAlarmDeviceName;
+    project.AlarmDeviceShortName = DefaultAlarmDeviceShortName;
+    project.AlarmDeviceCode = DefaultAlarmDeviceCode;
+    project.InputChanged = 0;
+    project.SelectedPipe = 1;
+}
+
+} // namespace
+
+void ResetProject(Project& project) {
+    if (!project.LoadingTemplate) {
+        ResetGeneralRecords(project);
+    }
+    ResetPipeRows(project);
+    project.NumberOfPipes = 0;
+    project.NumberOfNodes = 0;
+    project.NumberOfPipeRows = 0;
+    if (project.LoadingTemplate) {
+        return;
+    }
+    ResetCalculationData(project.CalculationData);
+    ResetOutputTables(project);
+    ResetProjectScalars(project);
+}
+
+void ClearNetworkOnly(Project& project) {
+    const bool loadingTemplate = project.LoadingTemplate;
+    project.LoadingTemplate = true;
+    ResetProject(project);
+    project.LoadingTemplate = loadingTemplate;
+}
+
+bool IsBlankRow(const PipeRecord& row) {
+    return Trim(row.BegNode).empty() && Trim(row.EndNode).empty();
+}
+
+bool HasBothNodes(const PipeRecord& row) {
+    return !Trim(row.BegNode).empty() && !Trim(row.EndNode).empty();
+}
+
+} // namespace quench
