@@ -1,0 +1,88 @@
+#include "core/atomic_write.h"
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <fstream>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace quench {
+
+namespace {
+
+bool Fail(std::string* error, const std::string& text) {
+    if (error != nullptr) {
+        *error = text;
+    }
+    return false;
+}
+
+std::string SystemError(const std::string& what, const std::filesystem::path& file) {
+    return what + " " + file.string() + ": " + std::strerror(errno);
+}
+
+bool WriteAll(int descriptor, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
+        if (written < 0 && errno == EINTR) {
+            continue;
+        }
+        if (written <= 0) {
+            return false;
+        }
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return true;
+}
+
+} // namespace
+
+bool WriteFileAtomically(const std::filesystem::path& file, std::string_view bytes,
+                         std::string* error) {
+    std::error_code ignored;
+    if (file.has_parent_path()) {
+        std::filesystem::create_directories(file.parent_path(), ignored);
+    }
+    std::string temporary = file.string() + ".XXXXXX";
+    const int descriptor = ::mkstemp(temporary.data());
+    if (descriptor < 0) {
+        return Fail(error, SystemError("cannot create a temporary file beside", file));
+    }
+    struct stat existing {};
+    if (::stat(file.c_str(), &existing) == 0) {
+        ::fchmod(descriptor, existing.st_mode & 07777);
+    } else {
+        const mode_t mask = ::umask(0);
+        ::umask(mask);
+        ::fchmod(descriptor, 0666 & ~mask);
+    }
+    const bool written = WriteAll(descriptor, bytes) && ::fsync(descriptor) == 0;
+    const std::string writeError = written ? "" : SystemError("cannot write", temporary);
+    const bool closed = ::close(descriptor) == 0;
+    if (!written || !closed) {
+        ::unlink(temporary.c_str());
+        return Fail(error, written ? SystemError("cannot write", temporary) : writeError);
+    }
+    if (::rename(temporary.c_str(), file.c_str()) != 0) {
+        const std::string renameError = SystemError("cannot replace", file);
+        ::unlink(temporary.c_str());
+        return Fail(error, renameError);
+    }
+    return true;
+}
+
+bool ReadWholeFile(const std::filesystem::path& file, std::string& bytes) {
+    std::error_code ignored;
+    if (std::filesystem::is_directory(file, ignored)) {
+        return false;
+    }
+    std::ifstream stream(file, std::ios::binary);
+    if (!stream) {
+        return false;
+    }
+    bytes.assign(std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>());
+    return !stream.bad();
+}
+
+} // namespace quench
