@@ -116,12 +116,16 @@ bool IsCurveValue(double value) {
     return std::fabs(value) <= LargestCurveValue; // false for NaN as well
 }
 
+bool IsCurvePoint(double flow, double pressure) {
+    return IsCurveValue(flow) && IsCurveValue(pressure) && !(flow == 0 && pressure == 0);
+}
+
 std::vector<CurvePoint> ProjectPumpPoints(const CalculationData& data) {
     std::vector<CurvePoint> points;
     for (std::size_t slot = 0; slot < MaximumCurvePoints; ++slot) {
         const double flow = data.PumpCurveFlow[slot];
         const double pressure = data.PumpCurvePressure[slot];
-        if (IsCurveValue(flow) && IsCurveValue(pressure)) {
+        if (IsCurvePoint(flow, pressure)) {
             points.push_back(CurvePoint{flow, pressure});
         }
     }

@@ -25,6 +25,8 @@ constexpr double PsiPerFootOfHead = 0.433;
 struct CurvePoint {
     double Flow = 0;     // gpm
     double Pressure = 0; // psi or feet of head
+
+    friend bool operator==(const CurvePoint&, const CurvePoint&) = default;
 };
 
 // a0 to a4: Head = a0 + a1 Q + a2 Q^2 + a3 Q^3 + a4 Q^4; the unused ones are 0.
@@ -66,6 +68,10 @@ double FeetOfHeadToPsi(double feet);
 // True for a number that a pump curve field can hold (-9999 to 9999): a value outside, such as the
 // unused mark -10000, NaN or a damaged huge value, is no point.
 bool IsCurveValue(double value);
+
+// A stored pair that is a point of a curve: both values curve values, and not the pair (0, 0) that
+// a reset project or a record of zeros holds where no point was ever given.
+bool IsCurvePoint(double flow, double pressure);
 
 // The points in use of the project's pump, in slot order.
 std::vector<CurvePoint> ProjectPumpPoints(const CalculationData& data);

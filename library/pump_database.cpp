@@ -170,10 +170,9 @@ bool IsShownPressure(const PumpRecord& record, int slot) {
 
 CurveSlotArray PumpRecordSlots(const PumpRecord& record) {
     CurveSlotArray slots{};
-    for (int slot = 0; slot < MaximumCurvePoints; ++slot) {
-        const auto at = static_cast<std::size_t>(slot);
-        if (IsShownFlow(record, slot) && IsShownPressure(record, slot)) {
-            slots[at] = CurveSlot{true, CurvePoint{record.Flow[at], record.Pressure[at]}};
+    for (std::size_t slot = 0; slot < MaximumCurvePoints; ++slot) {
+        if (IsCurvePoint(record.Flow[slot], record.Pressure[slot])) {
+            slots[slot] = CurveSlot{true, CurvePoint{record.Flow[slot], record.Pressure[slot]}};
         }
     }
     return slots;

@@ -22,7 +22,6 @@ namespace quench {
 constexpr int PumpRecordLength = 130;
 constexpr int PumpRecordValues = 6; // slots 0 to 4 hold the points, slot 5 is not used
 constexpr int PumpNameLength = 32;
-constexpr const char* PumpDatabaseFileName = "Pump.Dat";
 constexpr const char* PumpDatabaseTemporaryName = "Pump.tmp";
 
 struct PumpRecord {

@@ -212,7 +212,7 @@ std::vector<std::vector<std::string>> SourceTable() {
 }
 
 TEST(PumpDatabase, TheShippedFileHoldsEveryPumpOfTheSourceTable) {
-    const auto file = DataDirectory() / PumpDatabaseFileName;
+    const auto file = DataDirectory() / "Pump.Dat";
     ASSERT_TRUE(std::filesystem::exists(file)) << file << " is built with the program";
     const auto rows = SourceTable();
     ASSERT_EQ(rows.size(), 8u);
