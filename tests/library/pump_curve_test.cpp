@@ -145,6 +145,10 @@ TEST(PumpCurve, EvaluatesAndConvertsFeetOfHeadAtTheHydraulicsFactor) {
 TEST(PumpCurve, TheProjectHoldsItsPumpWithUnusedPointsAtMinusTenThousand) {
     Project project;
     CalculationData& data = project.CalculationData;
+    EXPECT_TRUE(ProjectPumpPoints(data).empty()); // a reset project holds zeros: no point
+    data.PumpCurveFlow[1] = 500;                  // a flow with an unused pressure: no point
+    data.PumpCurvePressure[1] = -10000;
+    EXPECT_TRUE(ProjectPumpPoints(data).empty());
     ClearProjectPump(data);
     EXPECT_TRUE(ProjectPumpPoints(data).empty());
     for (int slot = 0; slot < 5; ++slot) {
