@@ -1,13 +1,14 @@
 #include "library/pipe_library_file.h"
 
+#include "core/atomic_write.h"
 #include "core/text.h"
 
 #include <bit>
 #include <cmath>
 #include <cstring>
 #include <fstream>
+#include <string_view>
 #include <system_error>
-#include <unistd.h>
 #include <vector>
 
 namespace quench {
@@ -115,12 +116,11 @@ bool ReadFileStart(const std::filesystem::path& file, Bytes& bytes) {
     return !in.bad();
 }
 
-std::filesystem::path TemporaryPathBeside(const std::filesystem::path& file) {
-    auto name = file.filename().string() + ".tmp" + std::to_string(::getpid());
-    return file.parent_path() / name;
-}
-
 } // namespace
+
+std::filesystem::path PipeLibraryPath(const std::filesystem::path& directory) {
+    return directory / "PIPE.DAT";
+}
 
 PipeLibrary LoadPipeLibrary(const std::filesystem::path& file) {
     PipeLibrary library;
@@ -138,29 +138,17 @@ PipeLibrary LoadPipeLibrary(const std::filesystem::path& file) {
 }
 
 LibrarySaveResult SavePipeLibrary(const PipeLibrary& library, const std::filesystem::path& file) {
+    if (file.filename().empty()) {
+        return {false, "no file name for the pipe materials library"};
+    }
     Bytes bytes(LibraryFileLength, 0);
     for (int index = 0; index < LibraryMaterials; ++index) {
         EncodeMaterial(library.Materials[index], bytes.data() + index * PipeMaterialRecordLength);
     }
-    const auto temporary = TemporaryPathBeside(file);
-    {
-        std::ofstream out(temporary, std::ios::binary | std::ios::trunc);
-        out.write(reinterpret_cast<const char*>(bytes.data()), LibraryFileLength);
-        out.close();
-        if (!out) {
-            std::error_code ignored;
-            std::filesystem::remove(temporary, ignored);
-            return {false, "cannot write " + temporary.string()};
-        }
-    }
-    std::error_code error;
-    std::filesystem::rename(temporary, file, error);
-    if (error) {
-        std::error_code ignored;
-        std::filesystem::remove(temporary, ignored);
-        return {false, "cannot replace " + file.string() + ": " + error.message()};
-    }
-    return {true, ""};
+    LibrarySaveResult result;
+    const std::string_view image(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    result.Saved = WriteFileAtomically(file, image, &result.Error);
+    return result;
 }
 
 } // namespace quench

@@ -13,7 +13,8 @@
 
 namespace quench {
 
-constexpr const char* PipeLibraryFileName = "PIPE.DAT";
+// The library file "PIPE.DAT" in a directory.
+std::filesystem::path PipeLibraryPath(const std::filesystem::path& directory);
 
 // Reads the 50 records from the file. A missing or unreadable file gives blank names with
 // FileFound false. A short file reads as far as it goes and the rest stays blank; a number that is
@@ -26,7 +27,8 @@ struct LibrarySaveResult {
 };
 
 // Writes the 50 records to a temporary file beside `file` and renames it into place, so that a
-// failed write leaves the old file as it was. The reserved bytes are written as they are held.
+// failed write leaves the old file as it was (a missing directory is made). The reserved bytes
+// are written as they are held.
 LibrarySaveResult SavePipeLibrary(const PipeLibrary& library, const std::filesystem::path& file);
 
 } // namespace quench

@@ -98,7 +98,7 @@ TEST(EquivalentLength, SIProjectsLookTheDiameterUpAsShown) {
 }
 
 TEST(EquivalentLength, DefaultLibraryWorkedValues) {
-    const PipeLibrary library = LoadPipeLibrary(testing::DataDirectory() / PipeLibraryFileName);
+    const PipeLibrary library = LoadPipeLibrary(PipeLibraryPath(testing::DataDirectory()));
     // Sch 10 wet 1 in.: tee 6.22, 90 degree elbow 2.49 (hand calculation of the table's source).
     EXPECT_NEAR(FittingSumOf(library, 4, 1.0f, "T2E").value(), 6.22 + 2 * 2.49, 1e-5);
     // Copper type L 1 in.: tee 6.75; Sch 40 dry 2 in.: gate 0.71, check 7.84.

@@ -21,7 +21,7 @@ PipeDiameterRecord FullSize(Single nominal) {
 }
 
 TEST(MaterialTables, DefaultLibraryUsableSizes) {
-    const PipeLibrary library = LoadPipeLibrary(DataDirectory() / PipeLibraryFileName);
+    const PipeLibrary library = LoadPipeLibrary(PipeLibraryPath(DataDirectory()));
     MaterialTables tables;
     ScriptedDialogs dialogs;
     ASSERT_TRUE(BuildMaterialTables(library, tables, dialogs));
@@ -75,7 +75,7 @@ TEST(MaterialTables, UsableSizesArePackedInFileOrder) {
 
 TEST(MaterialTables, MissingFileIsReportedWhenTheTablesAreBuilt) {
     ScratchDirectory scratch;
-    PipeLibrary library = LoadPipeLibrary(DataDirectory() / PipeLibraryFileName);
+    PipeLibrary library = LoadPipeLibrary(PipeLibraryPath(DataDirectory()));
     library.File = scratch / "PIPE.DAT"; // the file went away after start-up
     MaterialTables tables;
     ScriptedDialogs dialogs;

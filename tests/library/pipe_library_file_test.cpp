@@ -71,7 +71,7 @@ float Cell(const std::map<std::string, std::string>& row, const std::string& col
 }
 
 TEST(PipeLibraryFile, DefaultLibraryHoldsEveryFigureOfTheSourceTable) {
-    const auto file = DataDirectory() / PipeLibraryFileName;
+    const auto file = PipeLibraryPath(DataDirectory());
     ASSERT_EQ(std::filesystem::file_size(file), 125000u);
     const PipeLibrary library = LoadPipeLibrary(file);
     ASSERT_TRUE(library.FileFound);
@@ -113,7 +113,7 @@ TEST(PipeLibraryFile, DefaultLibraryHoldsEveryFigureOfTheSourceTable) {
 }
 
 TEST(PipeLibraryFile, RecordLayoutOnDisk) {
-    const Bytes bytes = ReadBytes(DataDirectory() / PipeLibraryFileName);
+    const Bytes bytes = ReadBytes(PipeLibraryPath(DataDirectory()));
     ASSERT_EQ(bytes.size(), 125000u);
     const std::size_t record = 3 * 2500; // material 4
     EXPECT_EQ(std::string(bytes.data() + record, 30), "Sch 10 Steel Wet              ");
@@ -145,7 +145,7 @@ TEST(PipeLibraryFile, MissingShortAndDamagedFilesNeverFail) {
     EXPECT_FALSE(LoadPipeLibrary(scratch.Path()).FileFound); // a directory is no library
 
     // Two and a half records: what is there reads, the rest is blank.
-    Bytes bytes = ReadBytes(DataDirectory() / PipeLibraryFileName);
+    Bytes bytes = ReadBytes(PipeLibraryPath(DataDirectory()));
     bytes.resize(2 * 2500 + 100);
     WriteBytes(scratch / "short.dat", bytes);
     const PipeLibrary shortLibrary = LoadPipeLibrary(scratch / "short.dat");
@@ -187,7 +187,7 @@ TEST(PipeLibraryFile, MissingShortAndDamagedFilesNeverFail) {
 
 TEST(PipeLibraryFile, SaveAndLoadRoundTripKeepsEveryByteThatMeansSomething) {
     ScratchDirectory scratch;
-    PipeLibrary library = LoadPipeLibrary(DataDirectory() / PipeLibraryFileName);
+    PipeLibrary library = LoadPipeLibrary(PipeLibraryPath(DataDirectory()));
     PipeMaterialRecord& material = library.Material(27);
     material.Description = "A name of exactly thirty chars";
     material.CValue = -3;
@@ -219,10 +219,13 @@ TEST(PipeLibraryFile, SaveAndLoadRoundTripKeepsEveryByteThatMeansSomething) {
 
 TEST(PipeLibraryFile, FailedSaveLeavesTheOldFileAndNoLeftovers) {
     ScratchDirectory scratch;
-    const PipeLibrary library = LoadPipeLibrary(DataDirectory() / PipeLibraryFileName);
-    const auto nowhere = SavePipeLibrary(library, scratch / "no-such-folder" / "PIPE.DAT");
+    const PipeLibrary library = LoadPipeLibrary(PipeLibraryPath(DataDirectory()));
+    // A folder that cannot be made: its name is taken by a file.
+    WriteBytes(scratch / "taken", Bytes(3, 'x'));
+    const auto nowhere = SavePipeLibrary(library, PipeLibraryPath(scratch / "taken"));
     EXPECT_FALSE(nowhere.Saved);
     EXPECT_FALSE(nowhere.Error.empty());
+    EXPECT_EQ(ReadBytes(scratch / "taken"), Bytes(3, 'x'));
 
     // The name is taken by a folder that holds a file: the rename fails and the folder stays.
     std::filesystem::create_directories(scratch / "PIPE.DAT" / "inside");
@@ -232,7 +235,7 @@ TEST(PipeLibraryFile, FailedSaveLeavesTheOldFileAndNoLeftovers) {
     EXPECT_TRUE(std::filesystem::is_directory(scratch / "PIPE.DAT" / "inside"));
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(scratch.Path()),
                             std::filesystem::directory_iterator()),
-              1);
+              2);
 }
 
 } // namespace
