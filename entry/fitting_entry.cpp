@@ -80,7 +80,7 @@ Single NominalOfField(const FittingFieldTexts& texts, Integer unitSystem) {
     if (!IsSIUnitSystem(unitSystem)) {
         return static_cast<Single>(value);
     }
-    const double inches = texts.DiameterFromList ? value : value / MillimetresPerInch;
+    const double inches = texts.DiameterFromList ? value : FromSI(UnitKind::Fine_Length, value);
     const char* picture = texts.DiameterFromList ? "###,##0.0#" : "###,##0.00";
     return static_cast<Single>(ToNumber(Format(inches, picture)));
 }
@@ -138,7 +138,7 @@ double FittingLengthFromText(const PipeLibrary& library, const FittingFieldTexts
     const Single nominal = NominalOfField(texts, unitSystem);
     const double feet =
         FittingSumOf(library, material, nominal, texts.Fitting, RunningSumCharacters).value_or(0.0);
-    return IsSIUnitSystem(unitSystem) ? feet * MetresPerFoot : feet;
+    return IsSIUnitSystem(unitSystem) ? ToSI(UnitKind::Length, feet) : feet;
 }
 
 int LibraryMaterialOfText(std::string_view text) {

@@ -239,7 +239,7 @@ bool PipeLibraryEditor::ReadNewDiameter(std::string_view text, Single& nominal) 
     }
     double value = IsNumeric(text) ? ToNumber(text) : 0;
     if (IsSIUnitSystem(unitSystem_)) {
-        value = ToNumber(Format(value / MillimetresPerInch, "###,##0.00"));
+        value = ToNumber(Format(FromSI(UnitKind::Fine_Length, value), "###,##0.00"));
     }
     if (!(value > 0 && value <= LargestNominal)) {
         Refuse(NonNumericDiameterText);

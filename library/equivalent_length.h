@@ -5,6 +5,7 @@
 // the user types and the stored total that the calculation uses.
 
 #include "core/project.h"
+#include "core/units.h"
 #include "library/fitting_text.h"
 #include "library/pipe_library.h"
 
@@ -14,11 +15,9 @@
 
 namespace quench {
 
-constexpr double MillimetresPerInch = 25.4;
-constexpr double MetresPerFoot = 0.3048;
-
+// The project's UnitSystem shows SI.
 inline bool IsSIUnitSystem(Integer unitSystem) {
-    return unitSystem == 1;
+    return unitSystem == static_cast<Integer>(MeasureSystem::SI);
 }
 
 // Quantity times the size's length of that fitting, over the entries, in feet.
