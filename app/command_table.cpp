@@ -128,6 +128,18 @@ constexpr auto EnableList = [] {
 
 constexpr std::string_view RecentFilePrefix = "RecentFile";
 
+// The entries whose screen exists and that the test picks, in table order.
+template <typename Pick>
+std::vector<const CommandEntry*> AvailableEntries(Pick pick) {
+    std::vector<const CommandEntry*> entries;
+    for (const CommandEntry& entry : Table) {
+        if (entry.Available && pick(entry)) {
+            entries.push_back(&entry);
+        }
+    }
+    return entries;
+}
+
 } // namespace
 
 std::span<const CommandEntry> CommandTable() {
@@ -161,23 +173,11 @@ std::string_view MenuCaption(Menu menu) {
 }
 
 std::vector<const CommandEntry*> MenuCommands(Menu menu) {
-    std::vector<const CommandEntry*> entries;
-    for (const CommandEntry& entry : Table) {
-        if (entry.Menu == menu && entry.Available) {
-            entries.push_back(&entry);
-        }
-    }
-    return entries;
+    return AvailableEntries([menu](const CommandEntry& entry) { return entry.Menu == menu; });
 }
 
 std::vector<const CommandEntry*> ToolbarCommands() {
-    std::vector<const CommandEntry*> entries;
-    for (const CommandEntry& entry : Table) {
-        if (entry.OnToolbar && entry.Available) {
-            entries.push_back(&entry);
-        }
-    }
-    return entries;
+    return AvailableEntries([](const CommandEntry& entry) { return entry.OnToolbar; });
 }
 
 std::optional<int> RecentFileIndex(std::string_view key) {

@@ -1,7 +1,9 @@
 #include "app/startup.h"
 
 #include "core/settings_keys.h"
+#include "core/text.h"
 
+#include <algorithm>
 #include <sstream>
 #include <stdexcept>
 
@@ -28,13 +30,20 @@ void PutModelDefaults(Project& project) {
     project.SystemData.SprinklerSystemType = "wet";
 }
 
-// The report layout: each key of the section as stored, or its default.
+// The report layout: each key of the section as stored, or its default. One read of the file.
 std::map<std::string, std::string> ReadReportOptions(const IniFileHandler& ini) {
+    const std::map<std::string, std::string> stored =
+        ini.MyGetAppProfileSection(sections::ReportOptions);
     std::map<std::string, std::string> options;
     for (const SettingDefinition& setting : SettingsTable()) {
-        if (setting.Section == sections::ReportOptions) {
-            options[std::string(setting.Key)] = ReadSetting(ini, setting.Section, setting.Key);
+        if (setting.Section != sections::ReportOptions) {
+            continue;
         }
+        const auto found = std::find_if(stored.begin(), stored.end(), [&](const auto& entry) {
+            return EqualsIgnoreCase(entry.first, setting.Key);
+        });
+        options[std::string(setting.Key)] =
+            found != stored.end() ? found->second : std::string(setting.Default);
     }
     return options;
 }

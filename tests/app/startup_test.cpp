@@ -86,7 +86,7 @@ TEST(Startup, StoredSettingsAreReadAndDeletingThemRestoresTheDefaults) {
     ASSERT_TRUE(WriteMetric(ini, true));
     ASSERT_TRUE(ini.MyWriteAppProfileString("Options", "Show Tips at Startup", "True"));
     ASSERT_TRUE(ini.MyWriteAppProfileString("Colors", "ShowDefaultColors", "False"));
-    ASSERT_TRUE(ini.MyWriteAppProfileString("ReportOptions", "BodyFont", "DejaVu Sans"));
+    ASSERT_TRUE(ini.MyWriteAppProfileString("ReportOptions", "bodyfont", "DejaVu Sans"));
     fs::create_directories(scratch / "jobs");
     ASSERT_TRUE(WriteProjectPath(ini, (scratch / "jobs").string()));
 
