@@ -58,8 +58,9 @@ struct UnitDefinition {
 };
 
 std::span<const UnitDefinition> Units() {
-    // The K-factor's pressure is in bar in SI: Km = K * gal / sqrt(bar per psi).
-    static const double KmPerK = Gallon / std::sqrt(PsiInBar);
+    // Km, in L/min per bar^0.5, is K times 14.4: the conversion NFPA 13 states and designers
+    // recognise on listings (K 5.6 is K 80.6), rather than the 14.416 the bare units give.
+    static const double KmPerK = 14.4;
     static const auto units = std::to_array<UnitDefinition>({
         {UnitKind::Fine_Length, "inch", 1},
         {UnitKind::Fine_Length, "in", 1},
