@@ -6,6 +6,8 @@
 //
 // Text fields of a fixed width (Text[n] in the file) are held here without their blank padding
 // on the right; the file writer pads them again. String fields are held as they are.
+//
+// Records compare field for field; a NaN, as random bytes can give, never equals itself.
 
 #include "core/types.h"
 
@@ -47,24 +49,32 @@ struct ProjectData {
     std::string Comment;         // Text[200]
     Integer PrintComment = 0;
     Long GPDProjectFormat = 0;
+
+    bool operator==(const ProjectData&) const = default;
 };
 
 struct ClientData {
     std::string Name, Address, CityStateZip, Phone, Fax; // Text[40]
     std::string Comment;                                 // Text[200]
     Integer PrintComment = 0;
+
+    bool operator==(const ClientData&) const = default;
 };
 
 struct CompanyData {
     std::string Name, Representative, Address, CityStateZip, Phone, Fax; // Text[40]
     std::string Comment;                                                 // Text[200]
     Integer PrintComment = 0;
+
+    bool operator==(const CompanyData&) const = default;
 };
 
 struct BuildingData {
     std::string Name, Owner, Contact, Address, CityStateZip, Phone, Fax; // Text[40]
     std::string Comment;                                                 // Text[200]
     Integer PrintComment = 0;
+
+    bool operator==(const BuildingData&) const = default;
 };
 
 struct SystemData {
@@ -101,6 +111,8 @@ struct SystemData {
     Single SecondTestFlowRate = 0;
     Integer ExteriorHoseFlow = 0;
     std::string PrimaryDischargeName = "Sprinkler"; // Text[9]
+
+    bool operator==(const SystemData&) const = default;
 };
 
 struct TreeBuilderData {
@@ -128,6 +140,8 @@ struct TreeBuilderData {
     Single RightDistanceBetweenSprinklers = 0;
     Integer Reserved = 0;
     Double SprinklerArea = 0;
+
+    bool operator==(const TreeBuilderData&) const = default;
 };
 
 struct GridBuilderData {
@@ -151,6 +165,8 @@ struct GridBuilderData {
     Integer SprinklersPerBranchLine = 0;
     Single RightDistanceToPerimeter = 0;
     Single SprinklerArea = 0;
+
+    bool operator==(const GridBuilderData&) const = default;
 };
 
 // One row of the network as typed. A row carries its pipe and both end nodes.
@@ -184,6 +200,8 @@ struct PipeRecord {
     Integer EndIsInflow = 0;
     Single NonStandardFitLength = 0;
     std::string CadHandle; // Text[6]
+
+    bool operator==(const PipeRecord&) const = default;
 };
 
 // The calculation's copy of a row: K-factor words resolved into numbers. Never stored in a file.
@@ -217,6 +235,8 @@ struct WorkPipeRecord {
     Integer EndIsInflow = 0;
     Single NonStandardFitLength = 0;
     std::string CadHandle;
+
+    bool operator==(const WorkPipeRecord&) const = default;
 };
 
 // Settings of a run first, then the summary of the last run.
@@ -266,6 +286,8 @@ struct CalculationData {
     Integer UseFlowImbalance = 0;
     Integer UseFrictionLimit = 0;
     Integer DoNotIncreaseSize = 0;
+
+    bool operator==(const CalculationData&) const = default;
 };
 
 struct NodeRecord {
@@ -282,6 +304,8 @@ struct NodeRecord {
     Double WorkFlow = 0;
     Double FlowImbalance = 0;
     std::string CadHandle; // Text[6]
+
+    bool operator==(const NodeRecord&) const = default;
 };
 
 struct CalcPipeRecord {
@@ -306,6 +330,8 @@ struct CalcPipeRecord {
     Double FittingLength = 0;
     Double ElevationPressure = 0;
     Double VelocityPressure = 0;
+
+    bool operator==(const CalcPipeRecord&) const = default;
 };
 
 // One pipe of the output reports, its end nodes side by side in the direction of flow.
@@ -338,6 +364,8 @@ struct PipeResultRecord {
     Integer DeviceFlag = 0; // 1 a pipe, 2 a device
     Double FixedFlowB = 0;
     Double FixedFlowE = 0;
+
+    bool operator==(const PipeResultRecord&) const = default;
 };
 
 constexpr const char* DefaultAlarmDeviceName = "Alarm Check Valve";

@@ -1,0 +1,148 @@
+#include "core/record_file.h"
+
+#include "core/atomic_write.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <limits>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace quench {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// Closes the descriptor when it goes out of scope.
+class FileDescriptor {
+public:
+    explicit FileDescriptor(int descriptor = -1) : descriptor_(descriptor) {}
+    ~FileDescriptor() { Close(); }
+    FileDescriptor(const FileDescriptor&) = delete;
+    FileDescriptor& operator=(const FileDescriptor&) = delete;
+
+    int Get() const { return descriptor_; }
+    bool IsOpen() const { return descriptor_ >= 0; }
+    void Close() {
+        if (descriptor_ >= 0) {
+            ::close(descriptor_);
+            descriptor_ = -1;
+        }
+    }
+
+private:
+    int descriptor_;
+};
+
+std::string SystemReason() {
+    return std::strerror(errno);
+}
+
+// A directory, a device or a pipe is no project file.
+std::string KindProblem(const struct stat& info) {
+    if (S_ISDIR(info.st_mode)) {
+        return "it is a directory";
+    }
+    if (!S_ISREG(info.st_mode)) {
+        return "it is not a regular file";
+    }
+    return {};
+}
+
+// Reads until size bytes or the end of the file; returns the count read, or -1.
+ssize_t ReadFully(int descriptor, std::uint8_t* bytes, std::size_t size) {
+    std::size_t done = 0;
+    while (done < size) {
+        const ssize_t count = ::read(descriptor, bytes + done, size - done);
+        if (count < 0 && errno == EINTR) {
+            continue;
+        }
+        if (count < 0) {
+            return -1;
+        }
+        if (count == 0) {
+            break;
+        }
+        done += static_cast<std::size_t>(count);
+    }
+    return static_cast<ssize_t>(done);
+}
+
+// The file a save really replaces: the target of a symbolic link, else the name itself.
+fs::path ResolveTarget(const fs::path& file) {
+    std::error_code error;
+    if (fs::is_symlink(file, error)) {
+        const fs::path resolved = fs::canonical(file, error);
+        if (!error) {
+            return resolved;
+        }
+    }
+    return file;
+}
+
+} // namespace
+
+bool ReadFileHead(const fs::path& file, std::size_t limit, std::vector<std::uint8_t>& bytes,
+                  std::string& error) {
+    bytes.clear();
+    // Not blocking, so that a named pipe given by mistake cannot hang the open.
+    FileDescriptor descriptor(::open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    if (!descriptor.IsOpen()) {
+        error = SystemReason();
+        return false;
+    }
+    struct stat info {};
+    if (::fstat(descriptor.Get(), &info) != 0) {
+        error = SystemReason();
+        return false;
+    }
+    if (const auto problem = KindProblem(info); !problem.empty()) {
+        error = problem;
+        return false;
+    }
+    bytes.resize(std::min(limit, static_cast<std::size_t>(std::max<off_t>(info.st_size, 0))));
+    const ssize_t count = ReadFully(descriptor.Get(), bytes.data(), bytes.size());
+    if (count < 0) {
+        error = SystemReason();
+        bytes.clear();
+        return false;
+    }
+    bytes.resize(static_cast<std::size_t>(count));
+    return true;
+}
+
+bool ReplaceFileHead(const fs::path& file, std::span<const std::uint8_t> head, std::string& error) {
+    const fs::path target = ResolveTarget(file);
+    std::error_code ignored;
+    const fs::file_status kind = fs::status(target, ignored);
+    const fs::path directory = target.has_parent_path() ? target.parent_path() : fs::path(".");
+    if (fs::is_directory(kind)) {
+        error = "it is a directory";
+        return false;
+    }
+    if (fs::exists(kind) && !fs::is_regular_file(kind)) {
+        error = "it is not a regular file";
+        return false;
+    }
+    // The atomic writer would make a missing directory; a save never does.
+    if (!fs::is_directory(directory, ignored)) {
+        error = std::strerror(fs::exists(directory, ignored) ? ENOTDIR : ENOENT);
+        return false;
+    }
+    std::string bytes(head.begin(), head.end());
+    if (fs::exists(kind)) {
+        std::vector<std::uint8_t> old;
+        if (!ReadFileHead(target, std::numeric_limits<std::size_t>::max(), old, error)) {
+            return false;
+        }
+        if (old.size() > head.size()) {
+            bytes.append(old.begin() + static_cast<std::ptrdiff_t>(head.size()), old.end());
+        }
+    }
+    return WriteFileAtomically(target, bytes, &error);
+}
+
+} // namespace quench

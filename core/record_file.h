@@ -1,0 +1,28 @@
+#pragma once
+
+// The file side of the project file: reading the head of a file, and replacing the head of a file
+// safely. Only regular files are read or written; a directory, a device or a pipe is refused, so
+// that nothing can hang or read without end.
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace quench {
+
+// The first bytes of a regular file, at most limit of them. On failure error says why (the
+// reason alone, such as "No such file or directory").
+bool ReadFileHead(const std::filesystem::path& file, std::size_t limit,
+                  std::vector<std::uint8_t>& bytes, std::string& error);
+
+// Puts head at the start of the file and keeps whatever lay beyond it. The file is never left
+// half-written: the new bytes and the old tail are written atomically (core/atomic_write.h).
+// A symbolic link is followed; a missing directory is not made. On failure the old file is
+// untouched and error says why.
+bool ReplaceFileHead(const std::filesystem::path& file, std::span<const std::uint8_t> head,
+                     std::string& error);
+
+} // namespace quench

@@ -1,0 +1,129 @@
+#include "cli/command.h"
+#include "core/project_json.h"
+#include "tests/support/independent_writer.h"
+#include "tests/support/scratch_directory.h"
+
+#include <algorithm>
+#include <memory>
+#include <sstream>
+
+#include <gtest/gtest.h>
+
+namespace quench::cli {
+namespace {
+
+using testing::ScratchDirectory;
+
+struct Outcome {
+    int Status = 0;
+    std::string Out;
+    std::string Err;
+};
+
+Outcome Quench(const Arguments& arguments) {
+    std::ostringstream out;
+    std::ostringstream err;
+    Outcome run;
+    run.Status = RunCommandLine(arguments, out, err);
+    run.Out = out.str();
+    run.Err = err.str();
+    return run;
+}
+
+void ExpectOneLineError(const Outcome& run, const std::string& part) {
+    EXPECT_EQ(run.Status, ExitUsage);
+    EXPECT_EQ(std::count(run.Err.begin(), run.Err.end(), '\n'), 1) << run.Err;
+    EXPECT_NE(run.Err.find(part), std::string::npos) << run.Err;
+    EXPECT_EQ(run.Out, "");
+}
+
+std::string JsonOf(const Project& project) {
+    std::ostringstream out;
+    WriteProjectJson(project, out);
+    return out.str();
+}
+
+bool Contains(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
+TEST(NewCommand, WritesAResetProjectAsTheLayoutHasIt) {
+    ScratchDirectory scratch;
+    const auto file = scratch / "job.qnw";
+    const Outcome run = Quench({"new", file.string()});
+    EXPECT_EQ(run.Status, ExitSuccess) << run.Err;
+    EXPECT_EQ(run.Err, "");
+    const auto reset = std::make_unique<Project>();
+    EXPECT_EQ(testing::LoadFile(file), testing::LayProjectFile(*reset));
+
+    const Outcome dump = Quench({"dump", file.string()});
+    EXPECT_EQ(dump.Status, ExitSuccess);
+    EXPECT_EQ(dump.Out, JsonOf(*reset));
+}
+
+TEST(NewCommand, RefusesWhatItCannotOrShouldNotWrite) {
+    ScratchDirectory scratch;
+    ExpectOneLineError(Quench({"new"}), "usage: quench new FILE");
+    ExpectOneLineError(Quench({"new", "a.qnw", "b.qnw"}), "usage");
+    ExpectOneLineError(Quench({"new", (scratch / "none" / "job.qnw").string()}),
+                       "No such file or directory");
+    EXPECT_FALSE(std::filesystem::exists(scratch / "none"));
+    ExpectOneLineError(Quench({"new", scratch.Path().string()}), "is a directory");
+
+    const auto existing = scratch / "existing.qnw";
+    testing::SaveFile(existing, testing::FileBytes(10, 'x'));
+    ExpectOneLineError(Quench({"new", existing.string()}), "already exists");
+    EXPECT_EQ(testing::LoadFile(existing), testing::FileBytes(10, 'x'));
+}
+
+TEST(DumpCommand, ShowsAnIndependentFileWithItsRepairs) {
+    ScratchDirectory scratch;
+    auto sample = std::make_unique<Project>();
+    testing::FillSampleProject(*sample, 3, 2, 2, 2, 60111);
+    sample->ProjectData.Title = "  Lager \xC4 ";
+    sample->PipeRecord[2].Material = 60;
+    sample->UnitSystem = 3;
+    sample->InflowNode = 3210;
+    const auto file = scratch / "old.qnw";
+    testing::SaveFile(file, testing::LayProjectFile(*sample, testing::ExtensionsOfFormat(60111)));
+
+    const Outcome run = Quench({"dump", file.string()});
+    ASSERT_EQ(run.Status, ExitSuccess) << run.Err;
+    EXPECT_EQ(run.Err, "");
+    EXPECT_TRUE(Contains(run.Out, "\"Title\": \"Lager \xC3\x84\",\n"));
+    EXPECT_TRUE(Contains(run.Out, "\"GPDProjectFormat\": 60111\n"));
+    EXPECT_TRUE(Contains(run.Out, "\"ExteriorHoseFlow\": 0,\n"));
+    EXPECT_TRUE(Contains(run.Out, "\"Material\": 4,\n"));
+    EXPECT_FALSE(Contains(run.Out, "\"Material\": 60,"));
+    EXPECT_TRUE(Contains(run.Out, "\"InflowNode\": 3210,\n"));
+    EXPECT_TRUE(Contains(run.Out, "\"UnitSystem\": 0,\n"));
+    EXPECT_TRUE(Contains(run.Out, "\"AlarmDeviceName\": \"Alarm Check Valve\",\n"));
+    EXPECT_TRUE(Contains(run.Out, "\"InputChanged\": 0\n}\n"));
+    EXPECT_TRUE(Contains(run.Out, "\"NumberOfPipes\": 2,\n"));
+}
+
+TEST(DumpCommand, ADamagedFileIsShownAsReadAndAMissingOneIsAnError) {
+    ScratchDirectory scratch;
+    const auto corpus = testing::SourceDirectory() / "tests" / "data" / "corpus";
+    const Outcome odd = Quench({"dump", (corpus / "nan_values.qnw").string()});
+    EXPECT_EQ(odd.Status, ExitSuccess) << odd.Err;
+    EXPECT_TRUE(Contains(odd.Out, "\"InRackSprinklerAllowance\": null,\n"));
+    EXPECT_TRUE(Contains(odd.Out, "\"InsideHoseStreamAllowance\": null,\n"));
+
+    const Outcome huge = Quench({"dump", (corpus / "huge_counts.qnw").string()});
+    EXPECT_EQ(huge.Status, ExitSuccess) << huge.Err;
+    EXPECT_TRUE(Contains(huge.Out, "\"NumberOfPipeRows\": 32767,\n"));
+
+    const Outcome empty = Quench({"dump", (corpus / "empty.qnw").string()});
+    EXPECT_EQ(empty.Status, ExitSuccess);
+    EXPECT_EQ(empty.Out, JsonOf(*std::make_unique<Project>()));
+
+    ExpectOneLineError(Quench({"dump", (scratch / "none.qnw").string()}),
+                       "No such file or directory");
+    ExpectOneLineError(Quench({"dump", scratch.Path().string()}), "is a directory");
+    ExpectOneLineError(Quench({"dump"}), "usage: quench dump FILE");
+    ExpectOneLineError(Quench({"dump", ""}), "usage");
+}
+
+} // namespace
+} // namespace quench::cli
