@@ -76,6 +76,23 @@ TEST(NewCommand, RefusesWhatItCannotOrShouldNotWrite) {
     EXPECT_EQ(testing::LoadFile(existing), testing::FileBytes(10, 'x'));
 }
 
+TEST(DumpCommand, ShowsAnIndependentFileFieldForField) {
+    ScratchDirectory scratch;
+    for (const int format : {60111, 60117, 60125}) {
+        SCOPED_TRACE("format " + std::to_string(format));
+        auto sample = std::make_unique<Project>();
+        testing::FillSampleProject(*sample, 30, 12, 14, 16, format);
+        sample->PipeRecord[2].Material = 60;
+        sample->UnitSystem = 3;
+        const auto extensions = testing::ExtensionsOfFormat(format);
+        const auto file = scratch / "independent.qnw";
+        testing::SaveFile(file, testing::LayProjectFile(*sample, extensions));
+        const Outcome run = Quench({"dump", file.string()});
+        ASSERT_EQ(run.Status, ExitSuccess) << run.Err;
+        EXPECT_EQ(run.Out, JsonOf(*testing::ModelAfterReading(*sample, extensions, format)));
+    }
+}
+
 TEST(DumpCommand, ShowsAnIndependentFileWithItsRepairs) {
     ScratchDirectory scratch;
     auto sample = std::make_unique<Project>();

@@ -61,26 +61,9 @@ void ExpectSameFileContent(const Project& expected, const Project& actual) {
     EXPECT_EQ(expected.InputChanged, actual.InputChanged);
 }
 
-// What a read of the sample gives: the rows beyond the count take the default material, and
-// what the format does not hold takes its default.
+// What a read of the sample gives, laid as the format has it.
 std::unique_ptr<Project> ExpectedAfterRead(const Project& sample, Long format) {
-    auto expected = std::make_unique<Project>(sample);
-    for (int row = sample.NumberOfPipeRows + 1; row <= MaxPipes; ++row) {
-        expected->PipeRecord[static_cast<std::size_t>(row)].Material =
-            sample.SystemData.DefaultPipeMaterial;
-    }
-    if (format <= 60111) {
-        expected->AlarmDeviceName = "Alarm Check Valve";
-        expected->AlarmDeviceShortName = "Alarm CV";
-        expected->AlarmDeviceCode = "ACV";
-    }
-    if (format <= 60117) {
-        expected->InputChanged = 0;
-    }
-    if (format < 60121) {
-        expected->SystemData.ExteriorHoseFlow = 0;
-    }
-    return expected;
+    return testing::ModelAfterReading(sample, testing::ExtensionsOfFormat(format), format);
 }
 
 std::unique_ptr<Project> ReadBack(const std::filesystem::path& file) {

@@ -770,6 +770,38 @@ void FillSampleProject(Project& project, int pipeRows, int resultRows, int nodes
     project.InputChanged = -1;
 }
 
+std::unique_ptr<Project> ModelAfterReading(const Project& laid, LaidExtensions extensions,
+                                           std::int32_t format) {
+    auto model = std::make_unique<Project>(laid);
+    for (int row = 1; row <= MaxPipes; ++row) {
+        auto& material = model->PipeRecord[static_cast<std::size_t>(row)].Material;
+        if (row > laid.NumberOfPipeRows) {
+            material = laid.SystemData.DefaultPipeMaterial;
+        } else if (material > 54) {
+            material = 4;
+        }
+    }
+    if (model->UnitSystem < 0 || model->UnitSystem > 2) {
+        model->UnitSystem = 0;
+    }
+    const LaidExtensions read = ExtensionsOfFormat(format);
+    auto name = [&](std::string& text, const char* fallback, bool present) {
+        if (!present || !read.DeviceNames || text.find_first_not_of(' ') == std::string::npos) {
+            text = fallback;
+        }
+    };
+    name(model->AlarmDeviceName, "Alarm Check Valve", extensions.DeviceNames);
+    name(model->AlarmDeviceShortName, "Alarm CV", extensions.DeviceNames);
+    name(model->AlarmDeviceCode, "ACV", extensions.DeviceNames);
+    if (!extensions.InputChanged || !read.InputChanged) {
+        model->InputChanged = 0;
+    }
+    if (format < 60121) {
+        model->SystemData.ExteriorHoseFlow = 0;
+    }
+    return model;
+}
+
 void SaveFile(const std::filesystem::path& file, const FileBytes& bytes) {
     std::ofstream stream(file, std::ios::binary | std::ios::trunc);
     stream.write(reinterpret_cast<const char*>(bytes.data()),

@@ -13,6 +13,7 @@
 #include <array>
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -64,6 +65,14 @@ LaidRecord LayInteger(std::int16_t value);
 // UnitSystem within 0 to 2, and GPDProjectFormat is the given format.
 void FillSampleProject(Project& project, int pipeRows, int resultRows, int nodes, int pipes,
                        std::int32_t format = 60130);
+
+// The model that a correct reader gives for a file laid from the sample: the rows beyond the
+// count take the default material, a Material above 54 becomes 4, a UnitSystem outside 0 to 2
+// becomes 0, and what the format does not hold takes its default (the device names up to 60111,
+// InputChanged up to 60117, ExteriorHoseFlow below 60121). The format is one of five digits
+// beginning with 6, as FillSampleProject sets it.
+std::unique_ptr<Project> ModelAfterReading(const Project& laid, LaidExtensions extensions,
+                                           std::int32_t format);
 
 // File helpers.
 void SaveFile(const std::filesystem::path& file, const FileBytes& bytes);
