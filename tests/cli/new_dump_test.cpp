@@ -1,9 +1,8 @@
-#include "cli/command.h"
 #include "core/project_json.h"
+#include "tests/support/command_line.h"
 #include "tests/support/independent_writer.h"
 #include "tests/support/scratch_directory.h"
 
-#include <algorithm>
 #include <memory>
 #include <sstream>
 
@@ -12,30 +11,10 @@
 namespace quench::cli {
 namespace {
 
+using testing::CommandOutcome;
+using testing::ExpectOneLineError;
+using testing::RunQuench;
 using testing::ScratchDirectory;
-
-struct Outcome {
-    int Status = 0;
-    std::string Out;
-    std::string Err;
-};
-
-Outcome Quench(const Arguments& arguments) {
-    std::ostringstream out;
-    std::ostringstream err;
-    Outcome run;
-    run.Status = RunCommandLine(arguments, out, err);
-    run.Out = out.str();
-    run.Err = err.str();
-    return run;
-}
-
-void ExpectOneLineError(const Outcome& run, const std::string& part) {
-    EXPECT_EQ(run.Status, ExitUsage);
-    EXPECT_EQ(std::count(run.Err.begin(), run.Err.end(), '\n'), 1) << run.Err;
-    EXPECT_NE(run.Err.find(part), std::string::npos) << run.Err;
-    EXPECT_EQ(run.Out, "");
-}
 
 std::string JsonOf(const Project& project) {
     std::ostringstream out;
@@ -50,29 +29,29 @@ bool Contains(const std::string& text, const std::string& part) {
 TEST(NewCommand, WritesAResetProjectAsTheLayoutHasIt) {
     ScratchDirectory scratch;
     const auto file = scratch / "job.qnw";
-    const Outcome run = Quench({"new", file.string()});
+    const CommandOutcome run = RunQuench({"new", file.string()});
     EXPECT_EQ(run.Status, ExitSuccess) << run.Err;
     EXPECT_EQ(run.Err, "");
     const auto reset = std::make_unique<Project>();
     EXPECT_EQ(testing::LoadFile(file), testing::LayProjectFile(*reset));
 
-    const Outcome dump = Quench({"dump", file.string()});
+    const CommandOutcome dump = RunQuench({"dump", file.string()});
     EXPECT_EQ(dump.Status, ExitSuccess);
     EXPECT_EQ(dump.Out, JsonOf(*reset));
 }
 
 TEST(NewCommand, RefusesWhatItCannotOrShouldNotWrite) {
     ScratchDirectory scratch;
-    ExpectOneLineError(Quench({"new"}), "usage: quench new FILE");
-    ExpectOneLineError(Quench({"new", "a.qnw", "b.qnw"}), "usage");
-    ExpectOneLineError(Quench({"new", (scratch / "none" / "job.qnw").string()}),
+    ExpectOneLineError(RunQuench({"new"}), "usage: quench new FILE");
+    ExpectOneLineError(RunQuench({"new", "a.qnw", "b.qnw"}), "usage");
+    ExpectOneLineError(RunQuench({"new", (scratch / "none" / "job.qnw").string()}),
                        "No such file or directory");
     EXPECT_FALSE(std::filesystem::exists(scratch / "none"));
-    ExpectOneLineError(Quench({"new", scratch.Path().string()}), "is a directory");
+    ExpectOneLineError(RunQuench({"new", scratch.Path().string()}), "is a directory");
 
     const auto existing = scratch / "existing.qnw";
     testing::SaveFile(existing, testing::FileBytes(10, 'x'));
-    ExpectOneLineError(Quench({"new", existing.string()}), "already exists");
+    ExpectOneLineError(RunQuench({"new", existing.string()}), "already exists");
     EXPECT_EQ(testing::LoadFile(existing), testing::FileBytes(10, 'x'));
 }
 
@@ -87,7 +66,7 @@ TEST(DumpCommand, ShowsAnIndependentFileFieldForField) {
         const auto extensions = testing::ExtensionsOfFormat(format);
         const auto file = scratch / "independent.qnw";
         testing::SaveFile(file, testing::LayProjectFile(*sample, extensions));
-        const Outcome run = Quench({"dump", file.string()});
+        const CommandOutcome run = RunQuench({"dump", file.string()});
         ASSERT_EQ(run.Status, ExitSuccess) << run.Err;
         EXPECT_EQ(run.Out, JsonOf(*testing::ModelAfterReading(*sample, extensions, format)));
     }
@@ -104,7 +83,7 @@ TEST(DumpCommand, ShowsAnIndependentFileWithItsRepairs) {
     const auto file = scratch / "old.qnw";
     testing::SaveFile(file, testing::LayProjectFile(*sample, testing::ExtensionsOfFormat(60111)));
 
-    const Outcome run = Quench({"dump", file.string()});
+    const CommandOutcome run = RunQuench({"dump", file.string()});
     ASSERT_EQ(run.Status, ExitSuccess) << run.Err;
     EXPECT_EQ(run.Err, "");
     EXPECT_TRUE(Contains(run.Out, "\"Title\": \"Lager \xC3\x84\",\n"));
@@ -122,24 +101,24 @@ TEST(DumpCommand, ShowsAnIndependentFileWithItsRepairs) {
 TEST(DumpCommand, ADamagedFileIsShownAsReadAndAMissingOneIsAnError) {
     ScratchDirectory scratch;
     const auto corpus = testing::SourceDirectory() / "tests" / "data" / "corpus";
-    const Outcome odd = Quench({"dump", (corpus / "nan_values.qnw").string()});
+    const CommandOutcome odd = RunQuench({"dump", (corpus / "nan_values.qnw").string()});
     EXPECT_EQ(odd.Status, ExitSuccess) << odd.Err;
     EXPECT_TRUE(Contains(odd.Out, "\"InRackSprinklerAllowance\": null,\n"));
     EXPECT_TRUE(Contains(odd.Out, "\"InsideHoseStreamAllowance\": null,\n"));
 
-    const Outcome huge = Quench({"dump", (corpus / "huge_counts.qnw").string()});
+    const CommandOutcome huge = RunQuench({"dump", (corpus / "huge_counts.qnw").string()});
     EXPECT_EQ(huge.Status, ExitSuccess) << huge.Err;
     EXPECT_TRUE(Contains(huge.Out, "\"NumberOfPipeRows\": 32767,\n"));
 
-    const Outcome empty = Quench({"dump", (corpus / "empty.qnw").string()});
+    const CommandOutcome empty = RunQuench({"dump", (corpus / "empty.qnw").string()});
     EXPECT_EQ(empty.Status, ExitSuccess);
     EXPECT_EQ(empty.Out, JsonOf(*std::make_unique<Project>()));
 
-    ExpectOneLineError(Quench({"dump", (scratch / "none.qnw").string()}),
+    ExpectOneLineError(RunQuench({"dump", (scratch / "none.qnw").string()}),
                        "No such file or directory");
-    ExpectOneLineError(Quench({"dump", scratch.Path().string()}), "is a directory");
-    ExpectOneLineError(Quench({"dump"}), "usage: quench dump FILE");
-    ExpectOneLineError(Quench({"dump", ""}), "usage");
+    ExpectOneLineError(RunQuench({"dump", scratch.Path().string()}), "is a directory");
+    ExpectOneLineError(RunQuench({"dump"}), "usage: quench dump FILE");
+    ExpectOneLineError(RunQuench({"dump", ""}), "usage");
 }
 
 } // namespace
