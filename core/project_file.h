@@ -31,8 +31,8 @@ constexpr int ComparedRecordBytes = 640;
 // Material above 54 becomes 4, UnitSystem outside 0 to 2 becomes 0, blank device names get their
 // defaults, and a file older than format 60121 has no ExteriorHoseFlow.
 // Returns false only when the file cannot be opened (missing, unreadable, not a regular file);
-// the project is then untouched. Here and below, error gets the reason alone, without the file's
-// name, such as "No such file or directory".
+// the project is then untouched. Here and below, error gets the reason, such as "No such file or
+// directory" or "it is a directory", for the caller to put beside the file's name.
 bool ReadProject(Project& project, const std::filesystem::path& file, std::string* error = nullptr);
 
 // ReadProject on the bytes of a file held in memory.
