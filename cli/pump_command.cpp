@@ -2,10 +2,12 @@
 //   quench pump list [--database FILE]
 //   quench pump show N [--database FILE]
 //   quench pump fit Q1 P1 Q2 P2 Q3 P3 [Q4 P4 [Q5 P5]]
+//   quench pump use PROJECT N [--database FILE]
 
 #include "app/directories.h"
 #include "cli/command.h"
 #include "core/formats.h"
+#include "core/project_file.h"
 #include "core/text.h"
 #include "library/pump_curve.h"
 #include "library/pump_curve_text.h"
@@ -158,6 +160,46 @@ int FitPoints(const PumpArguments& arguments, std::ostream& out, std::ostream& e
     return ExitSuccess;
 }
 
+int UsePump(const PumpArguments& arguments, std::ostream& out, std::ostream& err) {
+    if (arguments.Words.size() != 3) {
+        return UsageError(err, "usage: quench pump use PROJECT N [--database FILE]");
+    }
+    const std::filesystem::path file = arguments.Words[1];
+    if (!EqualsIgnoreCase(file.extension().string(), ".qnw")) {
+        return UsageError(err, Quoted(file) + " is not a project file (.qnw)");
+    }
+    const auto pumps = LoadPumpDatabase(DatabaseFile(arguments));
+    const auto number = PumpNumber(arguments.Words[2], pumps.size(), err);
+    if (!number) {
+        return ExitUsage;
+    }
+    const PumpRecord& pump = pumps[static_cast<std::size_t>(*number - 1)];
+    const CurveFit fit = FitPumpCurve(PumpRecordPoints(pump));
+    if (fit.Status != CurveFitStatus::Fitted) {
+        return UsageError(err, "pump " + std::to_string(*number) + ": " +
+                                   std::string(CurveFitMessage(fit.Status)));
+    }
+    Project project;
+    std::string error;
+    if (!ReadProject(project, file, &error)) {
+        return UsageError(err, "cannot read " + Quoted(file) + (error.empty() ? "" : ": " + error));
+    }
+    StoreProjectPump(project.CalculationData, PumpRecordSlots(pump), fit.Coefficients,
+                     pump.FeetOfHead != 0, static_cast<Integer>(*number));
+    project.InputChanged = True;
+    const WriteOutcome outcome = WriteProject(project, file, &error);
+    if (outcome != WriteOutcome::Written) {
+        return UsageError(err, "cannot write " + Quoted(file) +
+                                   (outcome == WriteOutcome::Skipped
+                                        ? ": its tables hold more rows than a project can"
+                                        : ": " + error));
+    }
+    out << "Pump " << *number << " (" << Latin1ToUtf8(pump.Name) << ") is the pump curve of "
+        << Quoted(file) << ".\n"
+        << PumpCurveText(fit.Coefficients, fit.PointCount) << '\n';
+    return ExitSuccess;
+}
+
 int RunPump(const Arguments& arguments, std::ostream& out, std::ostream& err) {
     const auto split = SplitArguments(arguments, err);
     if (!split) {
@@ -173,13 +215,16 @@ int RunPump(const Arguments& arguments, std::ostream& out, std::ostream& err) {
     if (action == "fit") {
         return FitPoints(*split, out, err);
     }
-    return UsageError(err, "usage: quench pump list|show N|fit Q1 P1 ...");
+    if (action == "use") {
+        return UsePump(*split, out, err);
+    }
+    return UsageError(err, "usage: quench pump list|show N|fit Q1 P1 ...|use PROJECT N");
 }
 
 const CommandRegistration registration(
-    "pump", "list|show N|fit Q1 P1 Q2 P2 Q3 P3 [Q4 P4 [Q5 P5]] [--database FILE]",
-    "List the fire pump database, show a pump with its curve, or fit a curve through 3 to 5 "
-    "points.",
+    "pump", "list|show N|fit Q1 P1 Q2 P2 Q3 P3 [Q4 P4 [Q5 P5]]|use PROJECT N [--database FILE]",
+    "List the fire pump database, show a pump with its curve, fit a curve through 3 to 5 points, "
+    "or make a database pump the pump curve of a project.",
     RunPump);
 
 } // namespace

@@ -1,69 +1,51 @@
 #include "cli/command.h"
+#include "core/project_file.h"
 #include "library/pump_database.h"
+#include "tests/support/command_line.h"
 #include "tests/support/scratch_directory.h"
 
 #include <algorithm>
 #include <cmath>
 #include <fstream>
-#include <sstream>
+#include <iterator>
 
 #include <gtest/gtest.h>
 
 namespace quench::cli {
 namespace {
 
+using testing::CommandOutcome;
 using testing::DataDirectory;
+using testing::ExpectOneLineError;
+using testing::RunQuench;
 using testing::ScratchDirectory;
 
-struct Outcome {
-    int Status = 0;
-    std::string Out;
-    std::string Err;
-};
-
-Outcome Quench(const Arguments& arguments) {
-    std::ostringstream out;
-    std::ostringstream err;
-    Outcome outcome;
-    outcome.Status = RunCommandLine(arguments, out, err);
-    outcome.Out = out.str();
-    outcome.Err = err.str();
-    return outcome;
-}
-
-// A usage or file error: status 2 and exactly one line on stderr.
-void ExpectOneLineError(const Outcome& run, const std::string& part) {
-    EXPECT_EQ(run.Status, ExitUsage);
-    EXPECT_EQ(std::count(run.Err.begin(), run.Err.end(), '\n'), 1) << run.Err;
-    EXPECT_NE(run.Err.find(part), std::string::npos) << run.Err;
-    EXPECT_EQ(run.Out, "");
-}
-
 TEST(PumpCommand, FitPrintsTheCoefficientsAndTheCurveText) {
-    const Outcome parabola = Quench({"pump", "fit", "1000", "20", "0", "120", "500", "95"});
+    const CommandOutcome parabola =
+        RunQuench({"pump", "fit", "1000", "20", "0", "120", "500", "95"});
     EXPECT_EQ(parabola.Status, ExitSuccess) << parabola.Err;
     EXPECT_EQ(parabola.Out, "a0 = 120\na1 = 0\na2 = -0.0001\na3 = 0\na4 = 0\n"
                             "Head = 120 + 0Q + -1.00E-04Q^2\n");
-    const Outcome five =
-        Quench({"pump", "fit", "0", "126", "125", "116", "250", "100", "375", "72", "438", "55"});
+    const CommandOutcome five = RunQuench(
+        {"pump", "fit", "0", "126", "125", "116", "250", "100", "375", "72", "438", "55"});
     EXPECT_EQ(five.Status, ExitSuccess);
     EXPECT_NE(five.Out.find("a0 = 126\n"), std::string::npos);
     EXPECT_NE(five.Out.find("Q^4\n"), std::string::npos);
 
-    ExpectOneLineError(Quench({"pump", "fit", "0", "120", "500", "95"}), "usage");
-    ExpectOneLineError(Quench({"pump", "fit", "0", "120", "500", "95", "1000"}), "usage");
-    ExpectOneLineError(Quench({"pump", "fit", "0", "120", "500", "x", "1000", "20"}),
+    ExpectOneLineError(RunQuench({"pump", "fit", "0", "120", "500", "95"}), "usage");
+    ExpectOneLineError(RunQuench({"pump", "fit", "0", "120", "500", "95", "1000"}), "usage");
+    ExpectOneLineError(RunQuench({"pump", "fit", "0", "120", "500", "x", "1000", "20"}),
                        "\"x\" is not a number");
-    ExpectOneLineError(Quench({"pump", "fit", "0", "120", "500", "95", "500", "20"}),
+    ExpectOneLineError(RunQuench({"pump", "fit", "0", "120", "500", "95", "500", "20"}),
                        "Two of the entered pump curve points are identical.  Please reenter data.");
-    ExpectOneLineError(Quench({"pump", "fit", "0", "1", "1e300", "2", "-1e300", "3"}),
+    ExpectOneLineError(RunQuench({"pump", "fit", "0", "1", "1e300", "2", "-1e300", "3"}),
                        "Values are too large");
-    ExpectOneLineError(Quench({"pump"}), "usage");
-    ExpectOneLineError(Quench({"pump", "sort"}), "usage");
+    ExpectOneLineError(RunQuench({"pump"}), "usage");
+    ExpectOneLineError(RunQuench({"pump", "sort"}), "usage");
 }
 
 TEST(PumpCommand, ListAndShowTheShippedDatabase) {
-    const Outcome list = Quench({"pump", "list"});
+    const CommandOutcome list = RunQuench({"pump", "list"});
     ASSERT_EQ(list.Status, ExitSuccess) << list.Err;
     EXPECT_NE(list.Out.find("    1  GENERIC EXAMPLE 250gpm @ 100psi   psi   5\n"),
               std::string::npos)
@@ -73,7 +55,7 @@ TEST(PumpCommand, ListAndShowTheShippedDatabase) {
         << list.Out;
 
     const auto database = DataDirectory() / "Pump.Dat";
-    const Outcome show = Quench({"pump", "show", "1", "--database", database.string()});
+    const CommandOutcome show = RunQuench({"pump", "show", "1", "--database", database.string()});
     ASSERT_EQ(show.Status, ExitSuccess) << show.Err;
     EXPECT_EQ(show.Out.substr(0, show.Out.find("a0")), "Pump 1: GENERIC EXAMPLE 250gpm @ 100psi\n"
                                                        "Point  Flow (gpm)  Pressure (psi)\n"
@@ -85,21 +67,21 @@ TEST(PumpCommand, ListAndShowTheShippedDatabase) {
     EXPECT_NE(show.Out.find("a0 = 126\n"), std::string::npos);
     EXPECT_NE(show.Out.find("Head = 126 + "), std::string::npos);
 
-    ExpectOneLineError(Quench({"pump", "show", "9"}), "no pump \"9\": the database has 8 pumps");
-    ExpectOneLineError(Quench({"pump", "show", "0"}), "no pump");
-    ExpectOneLineError(Quench({"pump", "show", "1.5"}), "no pump");
-    ExpectOneLineError(Quench({"pump", "show", "1e300"}), "no pump");
-    ExpectOneLineError(Quench({"pump", "show"}), "usage");
-    ExpectOneLineError(Quench({"pump", "list", "--database"}), "--database needs a file name");
+    ExpectOneLineError(RunQuench({"pump", "show", "9"}), "no pump \"9\": the database has 8 pumps");
+    ExpectOneLineError(RunQuench({"pump", "show", "0"}), "no pump");
+    ExpectOneLineError(RunQuench({"pump", "show", "1.5"}), "no pump");
+    ExpectOneLineError(RunQuench({"pump", "show", "1e300"}), "no pump");
+    ExpectOneLineError(RunQuench({"pump", "show"}), "usage");
+    ExpectOneLineError(RunQuench({"pump", "list", "--database"}), "--database needs a file name");
 }
 
 TEST(PumpCommand, AMissingOrDamagedDatabaseIsShownAsItIs) {
     ScratchDirectory scratch;
     const auto database = scratch / "Pump.Dat";
-    const Outcome empty = Quench({"pump", "list", "--database", database.string()});
+    const CommandOutcome empty = RunQuench({"pump", "list", "--database", database.string()});
     EXPECT_EQ(empty.Status, ExitSuccess);
     EXPECT_EQ(empty.Out, "No pumps in \"" + database.string() + "\".\n");
-    ExpectOneLineError(Quench({"pump", "show", "1", "--database", database.string()}),
+    ExpectOneLineError(RunQuench({"pump", "show", "1", "--database", database.string()}),
                        "the database has 0 pumps");
 
     PumpRecord damaged = BlankPumpRecord("DAMAGED");
@@ -109,15 +91,81 @@ TEST(PumpCommand, AMissingOrDamagedDatabaseIsShownAsItIs) {
     damaged.Pressure[1] = 1e300;
     ASSERT_TRUE(SavePumpDatabase(database, {damaged}));
     std::ofstream(database, std::ios::app | std::ios::binary) << std::string(70, '\xff');
-    const Outcome list = Quench({"pump", "list", "--database", database.string()});
+    const CommandOutcome list = RunQuench({"pump", "list", "--database", database.string()});
     EXPECT_EQ(list.Status, ExitSuccess);
     EXPECT_NE(list.Out.find("    1  DAMAGED"), std::string::npos);
     EXPECT_EQ(std::count(list.Out.begin(), list.Out.end(), '\n'), 2);
-    const Outcome show = Quench({"pump", "show", "1", "--database", database.string()});
+    const CommandOutcome show = RunQuench({"pump", "show", "1", "--database", database.string()});
     EXPECT_EQ(show.Status, ExitSuccess);
     EXPECT_NE(show.Out.find("    1  (no point)\n    2  (no point)\n"), std::string::npos);
     EXPECT_NE(show.Out.find("No curve: You must specify at least 3 pump curve points.\n"),
               std::string::npos);
+}
+
+std::string Bytes(const std::filesystem::path& file) {
+    std::ifstream in(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+TEST(PumpCommand, UsePutsADatabasePumpIntoAProject) {
+    ScratchDirectory scratch;
+    const auto file = scratch / "job.qnw";
+    const auto database = scratch / "Pump.Dat";
+    PumpRecord feet = BlankPumpRecord("IN FEET");
+    // Head = 300 - Q^2 / 4096 in feet, exact in binary: 300 - 64 = 236, 300 - 256 = 44.
+    const double flows[] = {0, 512, 1024};
+    const double heads[] = {300, 236, 44};
+    for (std::size_t slot = 0; slot < 3; ++slot) {
+        feet.Flow[slot * 2] = flows[slot]; // points in slots 1, 3 and 5
+        feet.Pressure[slot * 2] = heads[slot];
+    }
+    feet.FeetOfHead = 1;
+    ASSERT_TRUE(SavePumpDatabase(database, {BlankPumpRecord("EMPTY"), feet}));
+    Project project;
+    project.SystemData.HazardDescription = "Ordinary Hazard";
+    ASSERT_EQ(WriteProject(project, file), WriteOutcome::Written);
+
+    const CommandOutcome use =
+        RunQuench({"pump", "use", file.string(), "2", "--database", database.string()});
+    ASSERT_EQ(use.Status, ExitSuccess) << use.Err;
+    EXPECT_EQ(use.Out, "Pump 2 (IN FEET) is the pump curve of \"" + file.string() + "\".\n" +
+                           "Head = 300 + 0Q + -2.44E-04Q^2\n");
+    Project read;
+    ASSERT_TRUE(ReadProject(read, file));
+    const CalculationData& data = read.CalculationData;
+    EXPECT_EQ(data.PumpCurveFlow[0], 0.0f);
+    EXPECT_EQ(data.PumpCurvePressure[2], 236.0f);
+    EXPECT_EQ(data.PumpCurveFlow[4], 1024.0f);
+    EXPECT_EQ(data.PumpCurveFlow[1], -10000.0f);
+    EXPECT_EQ(data.PumpCurvePressure[3], -10000.0f);
+    EXPECT_EQ(data.PumpCoefficients[0], 300);
+    EXPECT_EQ(data.PumpCoefficients[1], 0);
+    EXPECT_EQ(data.PumpCoefficients[2], -1.0 / 4096);
+    EXPECT_EQ(data.PumpCoefficients[3], 0);
+    EXPECT_EQ(data.PumpDefined, 1);
+    EXPECT_EQ(data.PumpSource, 2);
+    EXPECT_EQ(read.InputChanged, True);
+    EXPECT_EQ(read.SystemData.HazardDescription, "Ordinary Hazard");
+
+    // Refused: nothing is written.
+    const std::string before = Bytes(file);
+    ExpectOneLineError(
+        RunQuench({"pump", "use", file.string(), "1", "--database", database.string()}),
+        "pump 1: You must specify at least 3 pump curve points.");
+    ExpectOneLineError(
+        RunQuench({"pump", "use", file.string(), "3", "--database", database.string()}),
+        "no pump \"3\": the database has 2 pumps");
+    ExpectOneLineError(RunQuench({"pump", "use", file.string()}), "usage");
+    EXPECT_EQ(Bytes(file), before);
+    ExpectOneLineError(RunQuench({"pump", "use", (scratch / "missing.qnw").string(), "2",
+                                  "--database", database.string()}),
+                       "cannot read");
+    EXPECT_FALSE(std::filesystem::exists(scratch / "missing.qnw"));
+    std::ofstream(scratch / "notes.txt") << "not a project";
+    ExpectOneLineError(RunQuench({"pump", "use", (scratch / "notes.txt").string(), "2",
+                                  "--database", database.string()}),
+                       "is not a project file (.qnw)");
+    EXPECT_EQ(Bytes(scratch / "notes.txt"), "not a project");
 }
 
 } // namespace
