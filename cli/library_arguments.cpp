@@ -1,6 +1,7 @@
 #include "cli/library_arguments.h"
 
 #include "app/directories.h"
+#include "core/text.h"
 #include "library/pipe_library_file.h"
 
 namespace quench::cli {
@@ -34,6 +35,17 @@ std::optional<LibraryArguments> SplitLibraryArguments(const Arguments& arguments
         }
     }
     return split;
+}
+
+std::string PrintableName(std::string_view name) {
+    std::string printable(name);
+    for (char& c : printable) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte < 0x20 || byte == 0x7F) {
+            c = '?';
+        }
+    }
+    return Latin1ToUtf8(printable);
 }
 
 std::optional<PipeLibrary> LoadCommandLibrary(const LibraryArguments& arguments,

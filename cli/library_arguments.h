@@ -9,6 +9,8 @@
 #include <filesystem>
 #include <optional>
 #include <ostream>
+#include <string>
+#include <string_view>
 
 namespace quench::cli {
 
@@ -21,6 +23,10 @@ struct LibraryArguments {
 // The operands and options; nothing, after a usage line on err, when an option lacks its value.
 std::optional<LibraryArguments> SplitLibraryArguments(const Arguments& arguments,
                                                       std::ostream& err);
+
+// A material name as a terminal shows it: Latin-1 as UTF-8, the control bytes of a damaged record
+// as '?', so that one record stays one line.
+std::string PrintableName(std::string_view name);
 
 // The library the command reads; nothing, after a line on err, when the file cannot be found.
 std::optional<PipeLibrary> LoadCommandLibrary(const LibraryArguments& arguments, std::ostream& err);

@@ -7,10 +7,10 @@
 #include "core/formats.h"
 #include "core/json_writer.h"
 #include "core/text.h"
+#include "entry/fitting_entry.h"
 #include "library/fitting_text.h"
 #include "library/material_tables.h"
 
-#include <cmath>
 #include <ostream>
 #include <string>
 
@@ -41,7 +41,7 @@ void ListMaterialsText(const PipeLibrary& library, std::ostream& out) {
         const auto& material = library.Material(number);
         if (material.IsDefined()) {
             out << RightAligned(std::to_string(number), 5) << "  "
-                << Latin1ToUtf8(FixedWidth(material.Description, DescriptionLength))
+                << PrintableName(FixedWidth(material.Description, DescriptionLength))
                 << RightAligned(std::to_string(material.CValue), 5)
                 << RightAligned(std::to_string(SizeCount(material)), 7) << '\n';
         }
@@ -84,7 +84,7 @@ std::string LengthCell(Single length) {
 }
 
 void ShowMaterialText(const PipeMaterialRecord& material, int number, std::ostream& out) {
-    out << "Material " << number << ": " << Latin1ToUtf8(material.Description) << ", C "
+    out << "Material " << number << ": " << PrintableName(material.Description) << ", C "
         << material.CValue << ", " << SizeCount(material) << " sizes\n"
         << "Nominal    Inner    Outer    45E    90E    LTE    T&C      B      G    CHV  "
            "Autosizing\n";
@@ -140,12 +140,10 @@ void ShowMaterialJson(const PipeMaterialRecord& material, int number, std::ostre
 int ShowMaterial(const PipeLibrary& library, const LibraryArguments& arguments, std::ostream& out,
                  std::ostream& err) {
     const std::string& text = arguments.Words.front();
-    const double value = ToNumber(text);
-    if (!IsNumeric(text) || value != std::floor(value) ||
-        !IsLibraryMaterial(static_cast<int>(value))) {
+    const int number = LibraryMaterialOfText(text);
+    if (number == 0) {
         return UsageError(err, "no material \"" + text + "\": materials are 1 to 50");
     }
-    const int number = static_cast<int>(value);
     const auto& material = library.Material(number);
     if (!material.IsDefined()) {
         return UsageError(err, "material " + std::to_string(number) +

@@ -146,8 +146,8 @@ int LibraryMaterialOfText(std::string_view text) {
         return 0;
     }
     const double value = ToNumber(text);
-    const bool whole = value == std::floor(value);
-    return whole && IsLibraryMaterial(static_cast<int>(value)) ? static_cast<int>(value) : 0;
+    const bool inRange = value >= 1 && value <= LibraryMaterials && value == std::floor(value);
+    return inRange ? static_cast<int>(value) : 0;
 }
 
 Integer OldFittingLength(Single nonStandardFitLength) {

@@ -9,6 +9,7 @@
 #include "library/pipe_library_file.h"
 
 #include <array>
+#include <cmath>
 #include <fstream>
 #include <iostream>
 #include <map>
@@ -100,8 +101,7 @@ std::map<std::string, std::size_t> ReadHeader(const std::string& line) {
 
 int WholeNumber(const Row& row, const std::string& column, int low, int high) {
     const double value = row.Number(column);
-    if (row.Text(column).empty() || value != static_cast<int>(value) || value < low ||
-        value > high) {
+    if (row.Text(column).empty() || value < low || value > high || value != std::floor(value)) {
         throw TableError(column + " must be a whole number from " + std::to_string(low) + " to " +
                          std::to_string(high));
     }

@@ -78,6 +78,7 @@ TEST(LibraryCommand, BadArgumentsAndFiles) {
     ExpectOneLineError(Quench({"library", "51"}), "materials are 1 to 50");
     ExpectOneLineError(Quench({"library", "4.5"}), "materials are 1 to 50");
     ExpectOneLineError(Quench({"library", "x"}), "materials are 1 to 50");
+    ExpectOneLineError(Quench({"library", "-1e300"}), "materials are 1 to 50");
     ExpectOneLineError(Quench({"library", "30"}), "material 30 is not defined");
     ExpectOneLineError(Quench({"library", "1", "2"}), "usage");
     ExpectOneLineError(Quench({"library", "--library"}, false), "--library needs a file name");
@@ -85,11 +86,15 @@ TEST(LibraryCommand, BadArgumentsAndFiles) {
     ScratchDirectory scratch;
     ExpectOneLineError(Quench({"library", "--library", (scratch / "PIPE.DAT").string()}, false),
                        "cannot read the pipe materials library");
-    // Garbage reads without harm.
-    std::ofstream(scratch / "garbage.dat") << std::string(3000, '\xff');
-    const Outcome garbage =
-        Quench({"library", "--library", (scratch / "garbage.dat").string()}, false);
-    EXPECT_EQ(garbage.Status, ExitSuccess) << garbage.Err;
+    // A damaged name reads without harm and keeps to its line.
+    std::string damaged(2000, '\xff'); // one record, cut short
+    damaged.replace(0, 8, "Bad\nName");
+    std::ofstream(scratch / "damaged.dat") << damaged;
+    const Outcome list =
+        Quench({"library", "--library", (scratch / "damaged.dat").string()}, false);
+    EXPECT_EQ(list.Status, ExitSuccess) << list.Err;
+    EXPECT_NE(list.Out.find("    1  Bad?Name\u00ff\u00ff"), std::string::npos) << list.Out;
+    EXPECT_EQ(Lines(list.Out), 2u);
 }
 
 } // namespace

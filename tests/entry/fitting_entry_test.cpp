@@ -174,6 +174,7 @@ TEST(FittingEntry, MaterialTextNamesALibraryMaterial) {
     EXPECT_EQ(LibraryMaterialOfText("0"), 0);
     EXPECT_EQ(LibraryMaterialOfText("P"), 0);
     EXPECT_EQ(LibraryMaterialOfText("2.5"), 0);
+    EXPECT_EQ(LibraryMaterialOfText("1e300"), 0);
     EXPECT_EQ(LibraryMaterialOfText(""), 0);
 }
 
