@@ -1,5 +1,5 @@
 #include "library/pipe_library_file.h"
-#include "tests/cli/command_run.h"
+#include "tests/support/command_line.h"
 #include "tests/support/scratch_directory.h"
 
 #include <algorithm>
