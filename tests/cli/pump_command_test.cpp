@@ -84,7 +84,7 @@ TEST(PumpCommand, AMissingOrDamagedDatabaseIsShownAsItIs) {
     ExpectOneLineError(RunQuench({"pump", "show", "1", "--database", database.string()}),
                        "the database has 0 pumps");
 
-    PumpRecord damaged = BlankPumpRecord("DAMAGED");
+    PumpRecord damaged = BlankPumpRecord("DAMAGED\nNAME\xE9");
     damaged.Flow[0] = std::nan("");
     damaged.Pressure[0] = 100;
     damaged.Flow[1] = 500;
@@ -93,7 +93,7 @@ TEST(PumpCommand, AMissingOrDamagedDatabaseIsShownAsItIs) {
     std::ofstream(database, std::ios::app | std::ios::binary) << std::string(70, '\xff');
     const CommandOutcome list = RunQuench({"pump", "list", "--database", database.string()});
     EXPECT_EQ(list.Status, ExitSuccess);
-    EXPECT_NE(list.Out.find("    1  DAMAGED"), std::string::npos);
+    EXPECT_NE(list.Out.find("    1  DAMAGED?NAME\u00e9 "), std::string::npos) << list.Out;
     EXPECT_EQ(std::count(list.Out.begin(), list.Out.end(), '\n'), 2);
     const CommandOutcome show = RunQuench({"pump", "show", "1", "--database", database.string()});
     EXPECT_EQ(show.Status, ExitSuccess);
