@@ -6,6 +6,7 @@
 
 #include "app/directories.h"
 #include "cli/command.h"
+#include "cli/library_arguments.h"
 #include "core/formats.h"
 #include "core/project_file.h"
 #include "core/text.h"
@@ -56,18 +57,6 @@ std::string Quoted(const std::filesystem::path& file) {
     return "\"" + file.string() + "\"";
 }
 
-// A name as the terminal shows it: Latin-1 in UTF-8, control bytes of a damaged record as '?'.
-std::string NameText(const std::string& name) {
-    std::string printable = name;
-    for (char& c : printable) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte < 0x20 || byte == 0x7F) {
-            c = '?';
-        }
-    }
-    return Latin1ToUtf8(printable);
-}
-
 std::string UnitOf(const PumpRecord& pump) {
     return pump.FeetOfHead != 0 ? "ft" : "psi";
 }
@@ -112,7 +101,7 @@ int ListPumps(const PumpArguments& arguments, std::ostream& out, std::ostream& e
     for (std::size_t number = 0; number < pumps.size(); ++number) {
         const PumpRecord& pump = pumps[number];
         out << Padded(std::to_string(number + 1), 5) << "  "
-            << NameText(FixedWidth(pump.Name, PumpNameLength)) << "  "
+            << PrintableName(FixedWidth(pump.Name, PumpNameLength)) << "  "
             << FixedWidth(UnitOf(pump), 4) << "  " << PumpRecordPoints(pump).size() << '\n';
     }
     return ExitSuccess;
@@ -129,7 +118,7 @@ int ShowPump(const PumpArguments& arguments, std::ostream& out, std::ostream& er
     }
     const PumpRecord& pump = pumps[static_cast<std::size_t>(*number - 1)];
     const std::string unit = UnitOf(pump);
-    out << "Pump " << *number << ": " << NameText(pump.Name) << '\n'
+    out << "Pump " << *number << ": " << PrintableName(pump.Name) << '\n'
         << "Point  Flow (gpm)  Pressure (" << unit << ")\n";
     const CurveSlotArray slots = PumpRecordSlots(pump);
     for (std::size_t slot = 0; slot < MaximumCurvePoints; ++slot) {
@@ -206,7 +195,7 @@ int UsePump(const PumpArguments& arguments, std::ostream& out, std::ostream& err
                                         ? ": its tables hold more rows than a project can"
                                         : ": " + error));
     }
-    out << "Pump " << *number << " (" << NameText(pump.Name) << ") is the pump curve of "
+    out << "Pump " << *number << " (" << PrintableName(pump.Name) << ") is the pump curve of "
         << Quoted(file) << ".\n"
         << PumpCurveText(fit.Coefficients, fit.PointCount) << '\n';
     return ExitSuccess;
