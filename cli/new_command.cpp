@@ -24,10 +24,8 @@ int RunNew(const Arguments& arguments, std::ostream& /*out*/, std::ostream& err)
     if (std::filesystem::is_directory(file, ignored)) {
         return UsageError(err, "cannot write " + Quoted(file) + ": it is a directory");
     }
-    // A new project never replaces a file that is there: that could be somebody's work.
-    if (std::filesystem::exists(std::filesystem::symlink_status(file, ignored))) {
-        return UsageError(err, Quoted(file) + " already exists; quench new does not overwrite it");
-    }
+    // Like every save, the new project is laid over what the file held: records beyond its end
+    // stay as they were.
     const auto project = std::make_unique<Project>();
     std::string error;
     if (WriteProject(*project, file, &error) != WriteOutcome::Written) {

@@ -48,11 +48,19 @@ TEST(NewCommand, RefusesWhatItCannotOrShouldNotWrite) {
                        "No such file or directory");
     EXPECT_FALSE(std::filesystem::exists(scratch / "none"));
     ExpectOneLineError(RunQuench({"new", scratch.Path().string()}), "is a directory");
+}
 
+TEST(NewCommand, LaysTheProjectOverAnExistingFileWithoutTruncatingIt) {
+    ScratchDirectory scratch;
+    const auto reset = std::make_unique<Project>();
+    const auto laid = testing::LayProjectFile(*reset);
     const auto existing = scratch / "existing.qnw";
-    testing::SaveFile(existing, testing::FileBytes(10, 'x'));
-    ExpectOneLineError(RunQuench({"new", existing.string()}), "already exists");
-    EXPECT_EQ(testing::LoadFile(existing), testing::FileBytes(10, 'x'));
+    testing::FileBytes longer(laid.size() + 2500, 'x');
+    testing::SaveFile(existing, longer);
+    const CommandOutcome run = RunQuench({"new", existing.string()});
+    ASSERT_EQ(run.Status, ExitSuccess) << run.Err;
+    std::copy(laid.begin(), laid.end(), longer.begin());
+    EXPECT_EQ(testing::LoadFile(existing), longer);
 }
 
 TEST(DumpCommand, ShowsAnIndependentFileFieldForField) {
