@@ -2,6 +2,7 @@
 
 #include "core/formats.h"
 #include "core/text.h"
+#include "entry/field_rules.h"
 #include "library/pump_curve_text.h"
 
 #include <utility>
@@ -10,8 +11,6 @@ namespace quench {
 
 namespace {
 
-constexpr const char* ValueTooLowText =
-    "Value is too low.  Entry has been set to minimum allowed value.";
 constexpr const char* PumpCurveNotValidTitle = "Pump curve not valid";
 constexpr const char* PumpCurveNotValidText =
     "You must specify at least 3 pump curve points to produce a usable pump curve.  Do you want "
@@ -113,12 +112,18 @@ void FirePumpEditor::LeavePressureField(int point) {
     LeaveField(pressureText_, point);
 }
 
+// The field rules of every numeric field, but an empty field stays empty: it is no point.
 void FirePumpEditor::LeaveField(std::array<std::string, MaximumCurvePoints>& fields, int point) {
     const std::string& field = FieldText(fields, point);
-    if (IsGiven(field) && ToNumber(field) < CurveFieldMinimum) {
-        dialogs_.ShowMessage(MessageStyle::Plain, "", ValueTooLowText);
-        EditField(fields, point, NumberText(CurveFieldMinimum));
+    if (!IsGiven(field)) {
+        return;
     }
+    const LeaveOutcome outcome =
+        LeaveNumberField(field, NumberAttributeOf(NumberFieldKind::PumpCurvePoint));
+    if (outcome.TooLow) {
+        dialogs_.ShowMessage(MessageStyle::Plain, "", ValueTooLowText);
+    }
+    EditField(fields, point, outcome.Text);
 }
 
 std::vector<CurvePoint> FirePumpEditor::GivenPoints() const {

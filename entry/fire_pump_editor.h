@@ -33,9 +33,6 @@ constexpr const char* ManualInputCaption = "Manual input";
 constexpr const char* FeetOfHeadCaption = "Units: Feet of Head";
 constexpr const char* UsePumpCurveCaption = "Cl&ose and use pump curve to determine pump pressure";
 
-// A pump curve field takes -9999 to 9999 with two decimals.
-constexpr double CurveFieldMinimum = -9999;
-
 class FirePumpEditor {
 public:
     FirePumpEditor(std::filesystem::path database, Dialogs& dialogs);
@@ -57,7 +54,7 @@ public:
     bool FeetOfHead() const { return feetOfHead_; }
     void SetFeetOfHead(bool feetOfHead);
 
-    // Leaving a field: a value below the field's minimum is set to it, with a message.
+    // Leaving a field: a value below the field's minimum (-9999) is set to it, with a message.
     void LeaveFlowField(int point);
     void LeavePressureField(int point);
 

@@ -102,7 +102,7 @@ TEST(FirePumpEditor, LeavingAFieldBelowItsMinimumSetsTheMinimum) {
     screen.editor.LeavePressureField(1);
     EXPECT_EQ(screen.dialogs.LastText(),
               "Value is too low.  Entry has been set to minimum allowed value.");
-    EXPECT_EQ(screen.editor.PressureText(1), "-9999");
+    EXPECT_EQ(screen.editor.PressureText(1), "-9999.00");
     screen.editor.SetFlowText(1, "-50");
     screen.editor.LeaveFlowField(1);
     screen.editor.SetFlowText(2, "");
