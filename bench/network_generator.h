@@ -1,0 +1,118 @@
+#pragma once
+
+// Networks for the benchmarks: a tree (a cross main with dead-end branch lines) and a grid
+// (branch lines between two mains), fed through a riser from node 1, with the sprinklers of the
+// far branch lines flowing and the others inactive.
+
+#include "core/formats.h"
+#include "core/project.h"
+
+#include <string>
+
+namespace quench::bench {
+
+enum class Shape { Tree, Grid };
+
+struct GeneratedNetwork {
+    Shape Kind = Shape::Grid;
+    int Lines = 0;  // branch lines
+    int Places = 0; // nodes along a line
+};
+
+// About 40, 200 and 1000 pipes of each shape.
+inline GeneratedNetwork SizedNetwork(Shape kind, int pipes) {
+    if (kind == Shape::Tree) {
+        return pipes <= 40    ? GeneratedNetwork{kind, 5, 8}
+               : pipes <= 200 ? GeneratedNetwork{kind, 20, 10}
+                              : GeneratedNetwork{kind, 99, 10};
+    }
+    return pipes <= 40    ? GeneratedNetwork{kind, 4, 10}
+           : pipes <= 200 ? GeneratedNetwork{kind, 10, 19}
+                          : GeneratedNetwork{kind, 24, 40};
+}
+
+class NetworkGenerator {
+public:
+    explicit NetworkGenerator(Project& project) : project_(project) {}
+
+    void Build(const GeneratedNetwork& network) {
+        lines_ = network.Lines;
+        places_ = network.Places;
+        const bool grid = network.Kind == Shape::Grid;
+        const Single main = network.Lines > 30 || network.Places > 30 ? 8.0f : 4.0f;
+        AddPipe(1, Node(0, 0), 20, main);
+        for (int line = 0; line < lines_; ++line) {
+            for (int place = 1; place < places_; ++place) {
+                AddPipe(Node(line, place - 1), Node(line, place), 10, 2);
+            }
+        }
+        for (int line = 1; line < lines_; ++line) {
+            AddPipe(Node(line - 1, 0), Node(line, 0), 10, main);
+            if (grid) {
+                AddPipe(Node(line - 1, places_ - 1), Node(line, places_ - 1), 10, 4);
+            }
+        }
+        for (int row = 1; row <= project_.NumberOfPipeRows; ++row) {
+            Describe(project_.PipeRecord[static_cast<std::size_t>(row)], grid);
+        }
+        project_.PipeRecord[1].BegIsInflow = 1;
+        project_.InflowNode = 1;
+        project_.CalculationData.SystemInflowNode = 1;
+        CalculationData& data = project_.CalculationData;
+        data.UseMaximumImbalance = 1;
+        data.MaximumNodePressureImbalance = 0.00001;
+        data.InitialDampingFactor = 2;
+        data.MinimumDampingFactor = 1;
+    }
+
+    void SupplyMode(double pressure) {
+        project_.CalculationData.DemandMode = 0;
+        project_.CalculationData.SupplyMode = 1;
+        project_.CalculationData.InflowResidualPressure1 = pressure;
+    }
+
+private:
+    int Node(int line, int place) const { return 10 + line * places_ + place; }
+
+    void AddPipe(int begin, int end, Single length, Single diameter) {
+        PipeRecord& row =
+            project_.PipeRecord[static_cast<std::size_t>(++project_.NumberOfPipeRows)];
+        row = PipeRecord{};
+        row.BegNode = std::to_string(begin);
+        row.EndNode = std::to_string(end);
+        row.Active = True;
+        row.Material = 1;
+        row.Diameter = diameter;
+        row.DiameterFixed = True;
+        row.Length = length;
+    }
+
+    // The K-factor text and area at a node: the last three lines flow near their far end.
+    void NodeData(int node, bool grid, std::string& kFactor, Single& area) const {
+        kFactor = "None";
+        area = 0;
+        if (node < 10) {
+            return;
+        }
+        const int line = (node - 10) / places_;
+        const int place = (node - 10) % places_;
+        const bool sprinkler = place > 0 && (!grid || place < places_ - 1);
+        if (!sprinkler) {
+            return;
+        }
+        const int last = grid ? places_ - 2 : places_ - 1;
+        kFactor = line >= lines_ - 3 && place > last - 8 ? "5.6" : "Inact";
+        area = 100;
+    }
+
+    void Describe(PipeRecord& row, bool grid) const {
+        NodeData(static_cast<int>(ToNumber(row.BegNode)), grid, row.KFactorB, row.SprinklerAreaB);
+        NodeData(static_cast<int>(ToNumber(row.EndNode)), grid, row.KFactorE, row.SprinklerAreaE);
+    }
+
+    Project& project_;
+    int lines_ = 0;
+    int places_ = 0;
+};
+
+} // namespace quench::bench

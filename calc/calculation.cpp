@@ -1,0 +1,209 @@
+#include "calc/calculation.h"
+
+#include "calc/build_working_rows.h"
+#include "calc/check_calculation_screen.h"
+#include "calc/check_device_elevations.h"
+#include "calc/check_network.h"
+#include "calc/check_pipe_input.h"
+#include "calc/collect_devices.h"
+#include "calc/finish_results.h"
+#include "calc/messages.h"
+#include "calc/prepare_network.h"
+#include "calc/pump.h"
+#include "calc/screen_words.h"
+#include "core/formats.h"
+#include "core/si_tables.h"
+#include "core/text.h"
+#include "library/equivalent_length.h"
+#include "solver/solve_network.h"
+
+#include <unordered_map>
+
+namespace quench {
+
+namespace {
+
+constexpr const char* CalculatingCaption = "Calculating...";
+constexpr const char* PleaseWait = "Please Wait ...";
+
+std::size_t At(int row) {
+    return static_cast<std::size_t>(row);
+}
+
+} // namespace
+
+Calculation::Calculation(Project& project, const PipeLibrary& library, Dialogs& dialogs,
+                         Progress& progress, Screens& screens)
+    : context_(project, library, dialogs, progress, screens) {}
+
+bool Calculation::Calculate(const CalculationScreen& screen) {
+    if (HasBlankRowBetween(context_.Project)) {
+        context_.Dialogs.ShowMessage(MessageStyle::Plain, messages::AppTitle,
+                                     messages::NoBlankRows);
+        return false;
+    }
+    screen_ = screen;
+    return RunCommand();
+}
+
+bool Calculation::CalculateFromToolbar(const CalculationScreen& screen) {
+    context_.Progress.SetCaption(CalculatingCaption);
+    context_.Progress.SetLabel(PleaseWait);
+    context_.Progress.SetGauge(10);
+    if (context_.Progress.Yield()) {
+        context_.CancelRequested = 1;
+    }
+    screen_ = screen;
+    return RunCommand();
+}
+
+bool Calculation::RunCommand() {
+    context_.AbortFlag = 0;
+    context_.CancelRequested = 0;
+    context_.NewtonIterations = 0;
+    context_.OuterReturns = 0;
+    context_.IterationLimit = 10;
+    context_.IterationLimitTyped = false;
+    context_.PumpRerunPending = false;
+    context_.ResultsPending = false;
+    RunCalculation();
+    if (context_.PumpRerunPending && context_.AbortFlag != 1) {
+        RunCalculation();
+    }
+    const bool posted = context_.AbortFlag != 1;
+    if (posted) {
+        if (context_.CancelRequested != 1) {
+            context_.Screens.Send(screens::Calculation, screens::ShowResultsTab);
+        }
+        context_.ResultsFresh = true;
+    }
+    context_.Progress.CloseStatus();
+    if (context_.Progress.IsDisplayOpen()) {
+        context_.Progress.CloseDisplay();
+    }
+    return posted;
+}
+
+bool Calculation::CheckAndPrepare() {
+    Project& project = context_.Project;
+    context_.CalculationBusy = true;
+    BuildWorkingRows(project);
+    if (!CheckCalculationScreen(context_, screen_)) {
+        context_.AbortFlag = 1;
+        return false;
+    }
+    context_.CalculationInProgress = true;
+    StoreCalculationScreen(screen_, project);
+    if (project.InflowNode != 0) {
+        project.CalculationData.SystemInflowNode = project.InflowNode;
+    }
+    ReadPumpBoost(context_);
+    CheckNetwork(context_);
+    if (context_.AbortFlag == 1) {
+        return false;
+    }
+    PrepareOptions options;
+    options.PumpRerunPending = context_.PumpRerunPending;
+    const PrepareResult prepared =
+        PrepareNetwork(project, context_.Library, context_.Dialogs, options);
+    context_.DryAreaFactor = prepared.DryAreaFactor;
+    context_.PumpUsesCurve = prepared.PumpUsesCurve;
+    if (prepared.Failed) {
+        context_.AbortFlag = 1;
+        return false;
+    }
+    CollectDevices(context_, state_);
+    CheckPipeInput(context_);
+    if (context_.AbortFlag == 1) {
+        return false;
+    }
+    CheckDeviceElevations(context_, state_);
+    return context_.AbortFlag != 1;
+}
+
+void Calculation::RunCalculation() {
+    if (!(context_.PumpRerunPending && context_.ResultsPending)) {
+        if (!CheckAndPrepare()) {
+            return;
+        }
+        Progress& progress = context_.Progress;
+        progress.ShowStatus();
+        progress.SetCaption(CalculatingCaption);
+        progress.SetLabel(PleaseWait);
+        progress.SetGauge(10);
+        progress.SetGaugeLabelsVisible(true);
+        if (progress.Yield()) {
+            context_.CancelRequested = 1;
+        }
+        SolveNetwork(context_, state_);
+        if (context_.CancelRequested == 1) {
+            context_.AbortFlag = 1;
+        }
+        if (context_.AbortFlag == 1) {
+            return; // nothing is posted
+        }
+        FinishResults(context_, state_);
+        if (context_.AbortFlag == 1) {
+            return;
+        }
+        if (context_.PumpRerunPending) {
+            context_.ResultsPending = true;
+            return;
+        }
+        context_.ResultsPending = false;
+    } else {
+        context_.PumpRerunPending = false;
+    }
+    PostResults();
+}
+
+// Steps 13 to 17: the pressures and sizes back into the rows, the results on the screen.
+void Calculation::PostResults() {
+    Project& project = context_.Project;
+    Progress& progress = context_.Progress;
+    progress.SetGauge(90);
+    progress.Yield();
+    WriteEstimates();
+    if (context_.AutosizeRequested) {
+        WriteAutosizedDiameters();
+    }
+    BuildSITables(project);
+    results_ = ResultsToScreen(project);
+    context_.AutosizeRequested = false;
+    context_.CalculationInProgress = false;
+    progress.SetGauge(100);
+    progress.SetGaugeLabelsVisible(false);
+    progress.Yield();
+    context_.CalculationBusy = false;
+    context_.PumpRerunPending = false;
+    project.InputChanged = 0;
+}
+
+void Calculation::WriteEstimates() {
+    Project& project = context_.Project;
+    std::unordered_map<int, double> pressureOf;
+    for (int position = 1; position <= project.NumberOfNodes; ++position) {
+        const NodeRecord& node = project.NodeRecord[At(position)];
+        const int number = node.Number == InflowNodeCode ? project.InflowNode : node.Number;
+        pressureOf.emplace(number, node.ResidualPressure);
+    }
+    for (int row = 1; row <= MaxPipes; ++row) {
+        PipeRecord& input = project.PipeRecord[At(row)];
+        if (!HasBothNodes(input)) {
+            continue;
+        }
+        const auto begin = pressureOf.find(static_cast<int>(ToNumber(Trim(input.BegNode))));
+        if (begin != pressureOf.end()) {
+            input.PressEstimateB = static_cast<Single>(begin->second);
+        }
+        const auto end = pressureOf.find(static_cast<int>(ToNumber(Trim(input.EndNode))));
+        if (end != pressureOf.end()) {
+            input.PressEstimateE = static_cast<Single>(end->second);
+        }
+    }
+    context_.Screens.Send(screens::PipeData, screens::UpdatePressure);
+}
+
+void Calculation::WriteAutosizedDiameters() {}
+
+} // namespace quench

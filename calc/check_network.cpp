@@ -1,0 +1,265 @@
+#include "calc/check_network.h"
+
+#include "calc/check_calculation_screen.h"
+#include "calc/messages.h"
+#include "calc/prepare_network.h"
+#include "calc/screen_words.h"
+#include "core/formats.h"
+#include "core/text.h"
+
+#include <algorithm>
+#include <map>
+#include <set>
+
+namespace quench {
+
+namespace {
+
+std::size_t At(int row) {
+    return static_cast<std::size_t>(row);
+}
+
+double Value(const std::string& text) {
+    return ToNumber(Trim(text));
+}
+
+// A node as the user typed it: the supply's internal 10000 as its own number.
+std::string Typed(const Project& project, const std::string& text) {
+    const std::string trimmed = Trim(text);
+    return Value(trimmed) == InflowNodeCode ? std::to_string(project.InflowNode) : trimmed;
+}
+
+// The tables are prepared here only to be had; preparation's own message comes in its turn.
+class SilentDialogs final : public Dialogs {
+public:
+    void ShowMessage(MessageStyle, std::string_view, std::string_view) override {}
+    Answer Ask(Buttons, Answer defaultAnswer, MessageStyle, std::string_view,
+               std::string_view) override {
+        return defaultAnswer;
+    }
+};
+
+bool HasNode(const WorkPipeRecord& row) {
+    return !Trim(row.BegNode).empty() || !Trim(row.EndNode).empty();
+}
+
+bool Fault(RunContext& context, const std::string& text, MessageStyle style = MessageStyle::Plain) {
+    context.Dialogs.ShowMessage(style, "", text);
+    context.Screens.Send(screens::PipeData, screens::Show);
+    context.AbortFlag = 1;
+    return false;
+}
+
+using NodePair = std::pair<double, double>;
+
+NodePair PairOf(const WorkPipeRecord& row) {
+    const double begin = Value(row.BegNode);
+    const double end = Value(row.EndNode);
+    return {std::min(begin, end), std::max(begin, end)};
+}
+
+// Two rows are the same pipe when their nodes are equal, as texts or as values, either way round.
+bool CheckDuplicates(RunContext& context) {
+    const Project& project = context.Project;
+    std::map<NodePair, std::vector<int>> rowsOfPair;
+    for (int row = 1; row <= MaxPipes; ++row) {
+        const WorkPipeRecord& work = project.WorkPipeRecord[At(row)];
+        if (HasNode(work)) {
+            rowsOfPair[PairOf(work)].push_back(row);
+        }
+    }
+    int blanksInARow = 0;
+    for (int row = 1; row <= MaxPipes && blanksInARow < 3; ++row) {
+        const WorkPipeRecord& work = project.WorkPipeRecord[At(row)];
+        if (!HasNode(work)) {
+            ++blanksInARow;
+            continue;
+        }
+        blanksInARow = 0;
+        for (int other : rowsOfPair[PairOf(work)]) {
+            if (other == row) {
+                continue;
+            }
+            const WorkPipeRecord& second = project.WorkPipeRecord[At(other)];
+            const std::string begin = Typed(project, second.BegNode);
+            const std::string end = Typed(project, second.EndNode);
+            const bool zero =
+                begin.find('0') != std::string::npos || end.find('0') != std::string::npos;
+            return Fault(context, messages::DuplicatedPipe(begin, end, zero));
+        }
+    }
+    return true;
+}
+
+bool CheckRows(RunContext& context) {
+    const Project& project = context.Project;
+    for (int row = 1; row <= MaxPipes; ++row) {
+        const WorkPipeRecord& work = project.WorkPipeRecord[At(row)];
+        if (!HasNode(work)) {
+            continue;
+        }
+        for (const std::string* text : {&work.BegNode, &work.EndNode}) {
+            if (!Trim(*text).empty() && Value(*text) == 0) {
+                return Fault(context, messages::NodeZero(row));
+            }
+        }
+    }
+    int pipes = 0;
+    for (int row = 1; row <= MaxPipes; ++row) {
+        pipes += HasBothNodes(project.WorkPipeRecord[At(row)]) ? 1 : 0;
+    }
+    if (pipes < 3) {
+        return Fault(context, messages::MoreThanTwoPipes);
+    }
+    for (int row = 1; row <= MaxPipes; ++row) {
+        const WorkPipeRecord& work = project.WorkPipeRecord[At(row)];
+        if (HasBothNodes(work) && Value(work.BegNode) == Value(work.EndNode)) {
+            return Fault(context, messages::SameNodes(row, Typed(project, work.BegNode),
+                                                      Typed(project, work.EndNode)));
+        }
+    }
+    for (int row = 1; row <= MaxPipes; ++row) {
+        const WorkPipeRecord& work = project.WorkPipeRecord[At(row)];
+        if (HasNode(work) && !HasBothNodes(work)) {
+            return Fault(context, messages::HalfRow(row));
+        }
+    }
+    return true;
+}
+
+struct Reach {
+    std::set<double> Reached;
+    std::set<double> AllNodes;
+    int Rows = 0;
+};
+
+bool Crossable(const WorkPipeRecord& row) {
+    return IsTrue(row.Active) && HasBothNodes(row);
+}
+
+Reach WalkFromInflow(const Project& project, double inflow) {
+    Reach reach;
+    std::vector<double> front{inflow};
+    reach.Reached.insert(inflow);
+    std::map<double, std::vector<double>> neighbours;
+    for (int row = 1; row <= MaxPipes; ++row) {
+        const WorkPipeRecord& work = project.WorkPipeRecord[At(row)];
+        if (!Crossable(work)) {
+            continue;
+        }
+        ++reach.Rows;
+        const double begin = Value(work.BegNode);
+        const double end = Value(work.EndNode);
+        reach.AllNodes.insert(begin);
+        reach.AllNodes.insert(end);
+        neighbours[begin].push_back(end);
+        neighbours[end].push_back(begin);
+    }
+    while (!front.empty()) {
+        std::vector<double> next;
+        for (double node : front) {
+            for (double other : neighbours[node]) {
+                if (reach.Reached.insert(other).second) {
+                    next.push_back(other);
+                }
+            }
+        }
+        front.swap(next);
+    }
+    return reach;
+}
+
+// An unreached node to name: the lowest of those that stand on one row only (the ends of the
+// isolated part), else the lowest unreached node.
+std::string IsolatedNodeText(const Project& project, const Reach& reach) {
+    std::map<double, int> rowsAtNode;
+    std::map<double, std::string> textOf;
+    for (int row = 1; row <= MaxPipes; ++row) {
+        const WorkPipeRecord& work = project.WorkPipeRecord[At(row)];
+        if (!Crossable(work)) {
+            continue;
+        }
+        for (const std::string* text : {&work.BegNode, &work.EndNode}) {
+            const double value = Value(*text);
+            ++rowsAtNode[value];
+            textOf.emplace(value, Typed(project, *text));
+        }
+    }
+    std::string lowestUnreached;
+    for (const auto& [value, rows] : rowsAtNode) {
+        if (reach.Reached.count(value) != 0) {
+            continue;
+        }
+        if (rows == 1) {
+            return textOf[value];
+        }
+        if (lowestUnreached.empty()) {
+            lowestUnreached = textOf[value];
+        }
+    }
+    return lowestUnreached;
+}
+
+// A blank row marked active among the rows in use.
+bool HasActiveBlankRow(const Project& project) {
+    int last = 0;
+    for (int row = 1; row <= MaxPipes; ++row) {
+        if (HasNode(project.WorkPipeRecord[At(row)])) {
+            last = row;
+        }
+    }
+    for (int row = 1; row <= last; ++row) {
+        const PipeRecord& input = project.PipeRecord[At(row)];
+        if (IsBlankRow(input) && IsTrue(input.Active)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+double MarkedInflowValue(const Project& project) {
+    for (int row = 1; row <= MaxPipes; ++row) {
+        const WorkPipeRecord& work = project.WorkPipeRecord[At(row)];
+        if (!IsTrue(work.Active)) {
+            continue;
+        }
+        if (work.BegIsInflow == 1) {
+            return Value(work.BegNode);
+        }
+        if (work.EndIsInflow == 1) {
+            return Value(work.EndNode);
+        }
+    }
+    return project.InflowNode;
+}
+
+bool CheckConnectivity(RunContext& context) {
+    const Project& project = context.Project;
+    const Reach reach = WalkFromInflow(project, MarkedInflowValue(project));
+    context.OneLoopNetwork = static_cast<int>(reach.Reached.size()) == reach.Rows;
+    if (reach.Reached.size() >= reach.AllNodes.size()) {
+        return true;
+    }
+    const std::string node = IsolatedNodeText(project, reach);
+    if (node.empty()) {
+        return Fault(context, messages::BlankRowsInData);
+    }
+    return Fault(context, messages::IsolatedNode(node, HasActiveBlankRow(project)),
+                 MessageStyle::Information);
+}
+
+} // namespace
+
+void CheckNetwork(RunContext& context) {
+    if (context.Project.NumberOfPipes == 0) {
+        SilentDialogs silent;
+        PrepareOptions options;
+        options.PumpRerunPending = context.PumpRerunPending;
+        PrepareNetwork(context.Project, context.Library, silent, options);
+    }
+    if (CheckDuplicates(context) && CheckRows(context)) {
+        CheckConnectivity(context);
+    }
+}
+
+} // namespace quench

@@ -1,0 +1,391 @@
+#include "calc/prepare_network.h"
+
+#include "calc/build_working_rows.h"
+#include "calc/check_calculation_screen.h"
+#include "calc/messages.h"
+#include "core/formats.h"
+#include "core/text.h"
+#include "library/equivalent_length.h"
+#include "library/material_tables.h"
+#include "solver/calculation_options.h"
+#include "solver/hydraulics.h"
+
+#include <algorithm>
+#include <map>
+
+namespace quench {
+
+namespace {
+
+constexpr const char* InflowText = "10000";
+constexpr Single DryFactor = 1.3f;
+
+std::size_t At(int row) {
+    return static_cast<std::size_t>(row);
+}
+
+double Value(const std::string& text) {
+    return ToNumber(Trim(text));
+}
+
+bool IsActiveWithNodes(const WorkPipeRecord& row) {
+    return IsTrue(row.Active) && HasBothNodes(row);
+}
+
+void ClearPipeTable(Project& project, bool keepDiameters) {
+    for (int pipe = 1; pipe <= MaxPipes; ++pipe) {
+        CalcPipeRecord& record = project.CalcPipeRecord[At(pipe)];
+        record.NominalLength = 0;
+        record.TypeGroup = 0;
+        record.ResultFittingText.clear();
+        record.Flow = 0;
+        record.Autosized = 0;
+        record.NonStandardFitLength = 0;
+        record.FittingCounts = {};
+        record.FrictionLoss = 0;
+        record.FittingLength = 0;
+        record.ElevationPressure = 0;
+        record.VelocityPressure = 0;
+        if (!keepDiameters) {
+            record.NominalDiameter = 0;
+        }
+    }
+}
+
+// The last input row that holds a node.
+int LastFilledRow(const Project& project) {
+    for (int row = MaxPipes; row >= 1; --row) {
+        if (!IsBlankRow(project.PipeRecord[At(row)])) {
+            return row;
+        }
+    }
+    return 0;
+}
+
+// Working rows with both nodes, among the rows that hold data.
+Integer CountPipes(const Project& project) {
+    const int last = LastFilledRow(project);
+    Integer count = 0;
+    for (int row = 1; row <= last; ++row) {
+        if (HasBothNodes(project.WorkPipeRecord[At(row)])) {
+            ++count;
+        }
+    }
+    return count;
+}
+
+// Input rows with both nodes; their node texts become the plain text of their values ("012" is
+// "12").
+Integer CountActivePipes(Project& project) {
+    Integer count = 0;
+    for (int row = 1; row <= MaxPipes; ++row) {
+        PipeRecord& input = project.PipeRecord[At(row)];
+        if (!quench::HasBothNodes(input)) {
+            continue;
+        }
+        ++count;
+        input.BegNode = NumberText(Value(input.BegNode));
+        input.EndNode = NumberText(Value(input.EndNode));
+    }
+    return count;
+}
+
+void MarkInflow(Project& project) {
+    const double inflow = project.InflowNode;
+    for (int row = 1; row <= project.NumberOfActivePipes; ++row) {
+        WorkPipeRecord& work = project.WorkPipeRecord[At(row)];
+        if (!HasBothNodes(work)) {
+            continue;
+        }
+        if (Value(work.BegNode) == inflow) {
+            work.BegNode = InflowText;
+            return;
+        }
+        if (Value(work.EndNode) == inflow) {
+            work.EndNode = InflowText;
+            return;
+        }
+    }
+}
+
+// The distinct node numbers of the active rows, ascending; equal values are one node.
+std::vector<int> SortedNodes(const Project& project) {
+    std::vector<int> nodes;
+    std::vector<bool> seen(InflowNodeCode + 2, false);
+    for (int row = 1; row <= project.NumberOfActivePipes; ++row) {
+        const WorkPipeRecord& work = project.WorkPipeRecord[At(row)];
+        if (!IsActiveWithNodes(work)) {
+            continue;
+        }
+        for (const std::string* text : {&work.BegNode, &work.EndNode}) {
+            const double value = Value(*text);
+            const int number = value >= 0 && value <= InflowNodeCode ? static_cast<int>(value) : 0;
+            if (!seen[At(number)]) {
+                seen[At(number)] = true;
+                nodes.push_back(number);
+            }
+        }
+    }
+    std::stable_sort(nodes.begin(), nodes.end());
+    return nodes;
+}
+
+struct TakenPipe {
+    int Row = 0;
+    bool Turned = false;
+};
+
+// Each pipe filed under its larger node, nodes in order, rows in order within a node.
+std::vector<TakenPipe> TakePipes(const Project& project, const std::vector<int>& nodes) {
+    std::vector<int> placeOfNumber(InflowNodeCode + 2, -1);
+    for (std::size_t place = 0; place < nodes.size(); ++place) {
+        placeOfNumber[At(nodes[place])] = static_cast<int>(place);
+    }
+    std::vector<std::vector<TakenPipe>> underNode(nodes.size());
+    for (int row = 1; row <= project.NumberOfActivePipes; ++row) {
+        const WorkPipeRecord& work = project.WorkPipeRecord[At(row)];
+        if (!IsActiveWithNodes(work)) {
+            continue;
+        }
+        const double begin = Value(work.BegNode);
+        const double end = Value(work.EndNode);
+        if (begin == end) {
+            continue;
+        }
+        const int larger = static_cast<int>(std::max(begin, end));
+        if (larger < 0 || larger > InflowNodeCode || placeOfNumber[At(larger)] < 0) {
+            continue;
+        }
+        underNode[At(placeOfNumber[At(larger)])].push_back(TakenPipe{row, begin > end});
+    }
+    std::vector<TakenPipe> taken;
+    for (const auto& pipes : underNode) {
+        for (const TakenPipe& pipe : pipes) {
+            if (static_cast<int>(taken.size()) < MaxPipes) {
+                taken.push_back(pipe);
+            }
+        }
+    }
+    return taken;
+}
+
+void ResolveDevice(const WorkPipeRecord& work, bool turned, bool rerun, CalcPipeRecord& record) {
+    // Taken the straight way round a pump pass keeps the loss it holds; turned round the row's
+    // own value always stands.
+    if (turned || !rerun) {
+        record.DeviceLoss = work.DeviceLoss;
+    }
+    record.InsideDiameter = DeviceDiameter;
+}
+
+void ResolveDiameter(Project& project, const PipeLibrary& library, int row, bool turned,
+                     CalcPipeRecord& record) {
+    WorkPipeRecord& work = project.WorkPipeRecord[At(row)];
+    PipeRecord& input = project.PipeRecord[At(row)];
+    if (work.Diameter == 0 && input.Diameter > 0) {
+        work.Diameter = input.Diameter;
+    }
+    record.NominalDiameter = work.Diameter;
+    if (record.NominalDiameter == 0) {
+        work.DiameterFixed = False;
+        input.DiameterFixed = False;
+        record.Autosized = 0;
+    } else {
+        record.Autosized = work.DiameterFixed;
+    }
+    if (record.NominalDiameter > 0 && IsLibraryMaterial(work.Material)) {
+        record.CFactor = library.Material(work.Material).CValue;
+        const PipeDiameterRecord* size =
+            FindDiameter(library, work.Material, static_cast<Single>(record.NominalDiameter));
+        record.InsideDiameter = size == nullptr
+                                    ? record.NominalDiameter
+                                    : ToNumber(Format(size->Inner, turned ? "#0.0##" : "#0.000"));
+    }
+}
+
+void FillPipe(Project& project, const PipeLibrary& library, const TakenPipe& taken,
+              const PrepareOptions& options, CalcPipeRecord& record, PrepareResult& result) {
+    RecalcEquivLength(project, library, taken.Row);
+    WorkPipeRecord& work = project.WorkPipeRecord[At(taken.Row)];
+    record.BegNode = Trim(taken.Turned ? work.EndNode : work.BegNode);
+    record.EndNode = Trim(taken.Turned ? work.BegNode : work.EndNode);
+    record.NominalLength = work.Length;
+    record.TotalLength = project.PipeRecord[At(taken.Row)].TotalEquivLength;
+    record.FittingLength = record.TotalLength - record.NominalLength;
+    record.TypeGroup = work.TypeGroup;
+    record.Material = work.Material;
+    const bool device = taken.Turned ? work.Material >= MaterialMeter : IsDeviceCode(work.Material);
+    if (device) {
+        ResolveDevice(work, taken.Turned, options.PumpRerunPending, record);
+        if (work.Material == MaterialFirePump && work.DeviceLoss == NotGiven &&
+            IsSupplyMode(project.CalculationData)) {
+            result.PumpUsesCurve = true;
+        }
+    } else {
+        record.DeviceLoss = 0;
+    }
+    ResolveDiameter(project, library, taken.Row, taken.Turned, record);
+    record.NonStandardFitLength = work.NonStandardFitLength;
+    record.FittingCounts = work.FittingCounts;
+    record.FittingText = work.FittingText;
+    if (IsLibraryMaterial(work.Material)) {
+        record.ResultFittingText = Trim(library.Material(work.Material).Description);
+    }
+}
+
+struct NodeEnd {
+    int Row = 0;
+    bool AtBegin = true;
+};
+
+// The first active row with both nodes at each node number, and which end it is.
+std::map<int, NodeEnd> FirstEnds(const Project& project) {
+    std::map<int, NodeEnd> ends;
+    for (int row = 1; row <= project.NumberOfActivePipes; ++row) {
+        const WorkPipeRecord& work = project.WorkPipeRecord[At(row)];
+        if (!IsActiveWithNodes(work)) {
+            continue;
+        }
+        ends.emplace(static_cast<int>(Value(work.BegNode)), NodeEnd{row, true});
+        ends.emplace(static_cast<int>(Value(work.EndNode)), NodeEnd{row, false});
+    }
+    return ends;
+}
+
+double DensityInForce(const Project& project, const PrepareOptions& options) {
+    if (IsSupplyMode(project.CalculationData)) {
+        return 0;
+    }
+    return options.UseGeneralDensity ? project.SystemData.MinimumDesiredDensity
+                                     : project.CalculationData.DesignDensity;
+}
+
+// The area a sprinkler covers: its own, the largest area per sprinkler, or the area of operation
+// shared by the sprinklers that flowed last time. False when none is known but one is needed.
+bool AssignArea(const Project& project, const PrepareOptions& options, Single rowArea,
+                double kFactor, double& area) {
+    const SystemData& system = project.SystemData;
+    if (rowArea != 0) {
+        area = rowArea;
+    } else if (system.MaximumAreaPerSprinkler != 0) {
+        area = system.MaximumAreaPerSprinkler;
+    } else if (system.AreaOfSprinklerOperation != 0) {
+        const Integer flowing = project.CalculationData.NumberOfFlowingSprinklers;
+        area = flowing != 0 ? static_cast<double>(system.AreaOfSprinklerOperation) / flowing
+                            : system.AreaOfSprinklerOperation;
+    } else {
+        area = 0;
+        return !(kFactor > 0 && !IsSupplyMode(project.CalculationData) &&
+                 DensityInForce(project, options) != 0);
+    }
+    return true;
+}
+
+bool FillNodes(Project& project, const std::vector<int>& nodes, const PrepareOptions& options,
+               Dialogs& dialogs) {
+    const std::map<int, NodeEnd> ends = FirstEnds(project);
+    for (std::size_t place = 0; place < nodes.size(); ++place) {
+        NodeRecord& node = project.NodeRecord[place + 1];
+        const auto found = ends.find(nodes[place]);
+        if (found == ends.end()) {
+            continue;
+        }
+        WorkPipeRecord& work = project.WorkPipeRecord[At(found->second.Row)];
+        const bool atBegin = found->second.AtBegin;
+        node.Number = static_cast<Integer>(nodes[place]);
+        node.Elevation = atBegin ? work.ElevationB : work.ElevationE;
+        node.AreaGroup = atBegin ? work.AreaGroupB : work.AreaGroupE;
+        node.KFactor = atBegin ? work.KFactorB : work.KFactorE;
+        double area = 0;
+        if (!AssignArea(project, options, atBegin ? work.SprinklerAreaB : work.SprinklerAreaE,
+                        node.KFactor, area)) {
+            dialogs.ShowMessage(MessageStyle::Warning, "", messages::SprinklerAreaMissing);
+            return false;
+        }
+        node.SprinklerArea = area;
+        node.FixedFlow = atBegin ? work.NonSprinklerFlowB : work.NonSprinklerFlowE;
+        node.WorkPressure = 0;
+        if (node.Discharge > 0 && node.KFactor > 0) {
+            node.NodeMark = True;
+            node.FixedFlow = 0;
+            (atBegin ? work.NonSprinklerFlowB : work.NonSprinklerFlowE) = 0;
+        }
+    }
+    return true;
+}
+
+void ResizeNodeTable(Project& project, std::size_t nodes) {
+    if (project.NodeRecord.size() < nodes + 1) {
+        project.NodeRecord.resize(nodes + 1);
+    }
+}
+
+} // namespace
+
+bool HasBlankRowBetween(const Project& project) {
+    bool blankSeen = false;
+    for (int row = 1; row <= MaxPipes; ++row) {
+        const bool blank = IsBlankRow(project.PipeRecord[At(row)]);
+        if (!blank && blankSeen) {
+            return true;
+        }
+        blankSeen = blankSeen || blank;
+    }
+    return false;
+}
+
+namespace {
+
+bool HasEqualNodeTexts(const Project& project) {
+    for (int row = 1; row <= MaxPipes; ++row) {
+        const PipeRecord& input = project.PipeRecord[At(row)];
+        if (quench::HasBothNodes(input) && Trim(input.BegNode) == Trim(input.EndNode)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+PrepareResult PrepareNetwork(Project& project, const PipeLibrary& library, Dialogs& dialogs,
+                             const PrepareOptions& options) {
+    PrepareResult result;
+    if (HasBlankRowBetween(project) ||
+        (!IsTrue(project.PipeRecord[1].Active) && HasEqualNodeTexts(project))) {
+        return result;
+    }
+    project.NumberOfPipes = 0;
+    project.NumberOfActivePipes = 0;
+    project.NumberOfNodes = 0;
+    ClearPipeTable(project, options.PumpRerunPending);
+    project.NumberOfPipes = CountPipes(project);
+    project.NumberOfActivePipes = CountActivePipes(project);
+    if (project.NumberOfPipes == 0 && project.NumberOfActivePipes != 0) {
+        BuildWorkingRows(project);
+        project.NumberOfPipes = CountPipes(project);
+        project.NumberOfActivePipes = CountActivePipes(project);
+    }
+    MarkInflow(project);
+    const std::vector<int> nodes = SortedNodes(project);
+    project.NumberOfNodes = static_cast<Integer>(nodes.size());
+    ResizeNodeTable(project, nodes.size());
+    const std::vector<TakenPipe> taken = TakePipes(project, nodes);
+    project.NumberOfPipes = static_cast<Integer>(taken.size());
+    for (std::size_t pipe = 0; pipe < taken.size(); ++pipe) {
+        FillPipe(project, library, taken[pipe], options, project.CalcPipeRecord[pipe + 1], result);
+    }
+    result.DryAreaFactor = Trim(project.SystemData.SprinklerSystemType) == "Dry" ? DryFactor : 1.0f;
+    if (!FillNodes(project, nodes, options, dialogs)) {
+        result.Failed = true;
+        return result;
+    }
+    for (int position = 1; position <= project.NumberOfNodes; ++position) {
+        if (project.NodeRecord[At(position)].Number == project.InflowNode) {
+            project.NodeRecord[At(position)].Number = 0;
+        }
+    }
+    return result;
+}
+
+} // namespace quench

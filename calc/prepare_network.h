@@ -1,0 +1,30 @@
+#pragma once
+
+#include "core/dialogs.h"
+#include "core/project.h"
+#include "library/pipe_library.h"
+
+namespace quench {
+
+struct PrepareOptions {
+    bool PumpRerunPending = false;  // a pump pass keeps the diameters and pump boost of the last
+    bool UseGeneralDensity = false; // take the general data's density, not the screen's
+};
+
+struct PrepareResult {
+    bool Failed = false;        // the sprinkler area message was shown
+    bool PumpUsesCurve = false; // a pump row without a typed boost in Supply mode
+    Single DryAreaFactor = 1.0f;
+};
+
+// The solver's tables from the working rows: the first inflow becomes node 10000, the nodes are
+// sorted, each pipe is filed under its larger node with begin below end, materials and diameters
+// are resolved against the library, and each node gets its elevation, K-factor, area and fixed
+// flow. Safe to call at any time; silent but for the sprinkler area message.
+PrepareResult PrepareNetwork(Project& project, const PipeLibrary& library, Dialogs& dialogs,
+                             const PrepareOptions& options = {});
+
+// True when a blank row (both nodes empty) stands before a row that has a node.
+bool HasBlankRowBetween(const Project& project);
+
+} // namespace quench

@@ -1,0 +1,133 @@
+#include "solver/build_half_edges.h"
+
+#include "core/formats.h"
+#include "core/text.h"
+#include "solver/hydraulics.h"
+
+namespace quench {
+
+int NodeNumberOf(const std::string& text) {
+    const double value = ToNumber(Trim(text));
+    return value >= 0 && value <= FirstInflowNode ? static_cast<int>(value) : 0;
+}
+
+namespace {
+
+void IndexNodes(const Project& project, HalfEdgeTable& edges) {
+    const int nodes = project.NumberOfNodes;
+    edges.PositionOfNumber.assign(FirstInflowNode + 1, 0);
+    edges.FirstRow.assign(static_cast<std::size_t>(nodes) + 1, 0);
+    edges.LastRow.assign(static_cast<std::size_t>(nodes) + 1, 0);
+    for (int position = 1; position <= nodes; ++position) {
+        const int number = project.NodeRecord[static_cast<std::size_t>(position)].Number;
+        if (number > 0 && number <= FirstInflowNode &&
+            edges.PositionOfNumber[static_cast<std::size_t>(number)] == 0) {
+            edges.PositionOfNumber[static_cast<std::size_t>(number)] = position;
+        }
+    }
+}
+
+struct PipeEnd {
+    int Pipe = 0;
+    bool AtBegin = true;
+};
+
+// The pipes at each node position, in table order.
+std::vector<std::vector<PipeEnd>> PipesAtNodes(const Project& project, const HalfEdgeTable& edges) {
+    std::vector<std::vector<PipeEnd>> atNode(static_cast<std::size_t>(project.NumberOfNodes) + 1);
+    for (int pipe = 1; pipe <= project.NumberOfPipes; ++pipe) {
+        const auto& record = project.CalcPipeRecord[static_cast<std::size_t>(pipe)];
+        const int begin = edges.PositionOf(NodeNumberOf(record.BegNode));
+        const int end = edges.PositionOf(NodeNumberOf(record.EndNode));
+        if (begin != 0) {
+            atNode[static_cast<std::size_t>(begin)].push_back(PipeEnd{pipe, true});
+        }
+        if (end != 0 && end != begin) {
+            atNode[static_cast<std::size_t>(end)].push_back(PipeEnd{pipe, false});
+        }
+    }
+    return atNode;
+}
+
+void FillRow(const Project& project, const PipeEnd& end, int position, HalfEdge& row,
+             SolverState& state) {
+    const auto& pipe = project.CalcPipeRecord[static_cast<std::size_t>(end.Pipe)];
+    const auto& node = project.NodeRecord[static_cast<std::size_t>(position)];
+    row = HalfEdge{};
+    row.FromNode = node.Number;
+    row.ToNode = NodeNumberOf(end.AtBegin ? pipe.EndNode : pipe.BegNode);
+    row.Diameter = pipe.InsideDiameter;
+    row.Length = pipe.TotalLength;
+    row.FromElevationHead = node.Elevation * ElevationHeadPerFoot;
+    row.FromPosition = position;
+    row.ToPosition = state.Edges.PositionOf(row.ToNode);
+    row.Pipe = end.Pipe;
+    if (IsDeviceCode(pipe.Material)) {
+        row.Material = pipe.Material;
+        row.Diameter = DeviceDiameter;
+        row.Length = DeviceStartLength;
+        state.CValue[static_cast<std::size_t>(pipe.Material)] = DeviceCValue;
+    } else if (pipe.Material < MaterialMeter) {
+        row.Material = pipe.Material;
+    }
+}
+
+// The first row among `from`'s rows that leads to `to`, 0 when there is none.
+int FirstRowTo(const HalfEdgeTable& edges, int fromPosition, int to) {
+    const int last = edges.LastRow[static_cast<std::size_t>(fromPosition)];
+    for (int row = edges.FirstRow[static_cast<std::size_t>(fromPosition)]; row != 0 && row <= last;
+         ++row) {
+        if (edges[row].ToNode == to) {
+            return row;
+        }
+    }
+    return 0;
+}
+
+// Pipe and reverse row of each row, as a search of the tables in order finds them.
+void LinkRows(HalfEdgeTable& edges) {
+    for (int row = 1; row <= edges.Count; ++row) {
+        HalfEdge& edge = edges[row];
+        const int first = FirstRowTo(edges, edge.FromPosition, edge.ToNode);
+        edge.Pipe = edges[first].Pipe;
+        edge.Reverse = edge.ToPosition == 0 ? 0 : FirstRowTo(edges, edge.ToPosition, edge.FromNode);
+    }
+}
+
+} // namespace
+
+void BuildHalfEdges(const Project& project, SolverState& state) {
+    HalfEdgeTable& edges = state.Edges;
+    IndexNodes(project, edges);
+    const auto atNode = PipesAtNodes(project, edges);
+    edges.Rows.assign(2 * static_cast<std::size_t>(project.NumberOfPipes) + 1, HalfEdge{});
+    edges.Count = 0;
+    edges.DistinctNodes = 0;
+    for (int position = 1; position <= project.NumberOfNodes; ++position) {
+        const auto& ends = atNode[static_cast<std::size_t>(position)];
+        if (ends.empty()) {
+            continue;
+        }
+        ++edges.DistinctNodes;
+        edges.FirstRow[static_cast<std::size_t>(position)] = edges.Count + 1;
+        for (const PipeEnd& end : ends) {
+            HalfEdge& row = edges[++edges.Count];
+            FillRow(project, end, position, row, state);
+        }
+        edges.LastRow[static_cast<std::size_t>(position)] = edges.Count;
+        const auto& node = project.NodeRecord[static_cast<std::size_t>(position)];
+        HalfEdge& first = edges[edges.FirstRow[static_cast<std::size_t>(position)]];
+        first.KFactor = node.KFactor;
+        first.FixedFlow = node.FixedFlow;
+    }
+    LinkRows(edges);
+    state.NodeKFactor.assign(static_cast<std::size_t>(project.NumberOfNodes) + 1, 0.0);
+    state.NodeDensity.assign(static_cast<std::size_t>(project.NumberOfNodes) + 1, 0.0);
+    for (int position = 1; position <= project.NumberOfNodes; ++position) {
+        state.NodeKFactor[static_cast<std::size_t>(position)] =
+            project.NodeRecord[static_cast<std::size_t>(position)].KFactor;
+    }
+    state.Conductance.assign(static_cast<std::size_t>(edges.Count) + 1, 0.0);
+}
+
+} // namespace quench

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "solver/solver_state.h"
+
+namespace quench {
+
+// True for a node whose head stays fixed during the iteration, so that it has no equation and
+// no column: the HMD node in Demand mode, the inflows in Supply mode.
+bool HasFixedHead(const SolverState& state, int number);
+
+// Numbers the unknowns: the nodes in node table order that have rows and no fixed head.
+void AssignColumns(SolverState& state);
+
+// One flow balance per node: the sum of |slope| × correction equals the node's outflow. In
+// Demand mode the inflow's row says instead that the inflow equals the total outflow. The right
+// side stands as one more element at the end of each row.
+void BuildMatrix(SolverState& state);
+
+// The column of the right-hand side, above all real columns.
+int RightHandSideColumn(const SolverState& state);
+
+} // namespace quench

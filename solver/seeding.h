@@ -1,0 +1,16 @@
+#pragma once
+
+#include "solver/run_context.h"
+#include "solver/solver_state.h"
+
+namespace quench {
+
+// Every head from the start value, the supplies (Supply mode) from their given pressures; with
+// the option "Use Residual Pressure Estimates" from the estimates of the pipe rows instead.
+void SeedHeads(RunContext& context, SolverState& state);
+
+// The next rung of the start-pressure ladder (9 psi forty times, then 9, 10, 12, 16, ...), and the
+// heads seeded again. Nothing while estimates are in use or above 32000 psi.
+void BumpStartPressure(RunContext& context, SolverState& state);
+
+} // namespace quench

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "solver/run_context.h"
+#include "solver/solver_state.h"
+
+namespace quench {
+
+enum class MatrixOutcome {
+    Solved,
+    ZeroPivot, // the elimination met a zero pivot: the solve may start again from its set-up
+    Failed,    // "No Solution." was shown and AbortFlag set
+};
+
+// Elimination in natural order with no pivoting, fill-in inserted in place, then back
+// substitution into Correction. Sets NotConverged, MaximumImbalance and AverageImbalance.
+MatrixOutcome SolveMatrix(RunContext& context, SolverState& state);
+
+// The words of a failed elimination.
+std::string NoSolutionMessage(const std::string& reason);
+
+// The progress figure of the iteration display, "#0.00%".
+std::string ProgressPercentText(double imbalance, double tolerance, float iterationLimit);
+
+} // namespace quench

@@ -1,0 +1,415 @@
+#include "solver/solve_network.h"
+
+#include "core/formats.h"
+#include "solver/apply_corrections.h"
+#include "solver/build_half_edges.h"
+#include "solver/build_matrix.h"
+#include "solver/build_summary.h"
+#include "solver/calculation_options.h"
+#include "solver/copy_results.h"
+#include "solver/density.h"
+#include "solver/device_check.h"
+#include "solver/hydraulics.h"
+#include "solver/seeding.h"
+#include "solver/solve_matrix.h"
+#include "solver/solver_messages.h"
+#include "solver/supply_mode.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace quench {
+
+namespace {
+
+constexpr int ElementTableSize = 99999;
+constexpr Long PassIterationCeiling = 30001;
+constexpr float LimitAfterFirstSolution = 2000;
+constexpr float LimitOnRisingImbalance = 200;
+constexpr Integer RisingImbalanceCount = 99;
+constexpr double DensityShortfallTolerance = 0.0001;
+
+// The phases of a solve, in the order of the loop. A phase does its work and names the next.
+enum class Phase {
+    SetUp,            // resets, tables, options, seeding
+    PassHead,         // the sizing step when autosizing
+    Conductances,     // conductances from the current lengths
+    PassStart,        // cancel test, damping, a fresh iteration count
+    Iterate,          // Newton steps until converged or the soft limit
+    LeaveIteration,   // the solution into the tables
+    DeviceCheck,      // device lengths against their losses
+    AfterDevices,     // back for changed devices, or on to the rounds
+    HmdRound,         // Demand: choose the HMD node again
+    Peaking,          // the area group round
+    Retest,           // autosizing again, or the Demand re-test
+    CompleteSolution, // the iteration limit after a first solution, the target check
+    DensityCheck,     // Demand: the density loop
+    ConvergenceCheck, // back while not converged or short of density
+    Overshoot,        // Demand: a lower start when the HMD is over-pressured
+    Accept,           // the accepted solution and its closing tests
+    Close,            // the summary
+    Done,
+    Stop, // failed or cancelled: nothing accepted
+};
+
+class NetworkSolve {
+public:
+    NetworkSolve(RunContext& context, SolverState& state)
+        : context_(context), state_(state), project_(context.Project) {}
+
+    void Run() {
+        SizeStorage();
+        Phase phase = Phase::SetUp;
+        while (phase != Phase::Done && phase != Phase::Stop) {
+            const Phase next = Step(phase);
+            if (next < phase && next != Phase::Stop && !CountReturn()) {
+                break;
+            }
+            phase = next;
+        }
+    }
+
+private:
+    Phase Step(Phase phase) {
+        switch (phase) {
+        case Phase::SetUp:
+            return SetUp();
+        case Phase::PassHead:
+            return Phase::Conductances;
+        case Phase::Conductances:
+            ComputeConductances(project_, state_);
+            return Phase::PassStart;
+        case Phase::PassStart:
+            return PassStart();
+        case Phase::Iterate:
+            return Iterate();
+        case Phase::LeaveIteration:
+            return LeaveIteration();
+        case Phase::DeviceCheck:
+            return DeviceCheck();
+        case Phase::AfterDevices:
+            return AfterDevices();
+        case Phase::HmdRound:
+            state_.PassMark = false;
+            return Phase::Peaking;
+        case Phase::Peaking:
+            return Phase::Retest;
+        case Phase::Retest:
+            return state_.Options.DemandMode ? Phase::CompleteSolution : Phase::ConvergenceCheck;
+        case Phase::CompleteSolution:
+            return CompleteSolution();
+        case Phase::DensityCheck:
+            return Phase::ConvergenceCheck;
+        case Phase::ConvergenceCheck:
+            return ConvergenceCheck();
+        case Phase::Overshoot:
+            return Phase::Accept;
+        case Phase::Accept:
+            return Accept();
+        case Phase::Close:
+            return Close();
+        case Phase::Done:
+        case Phase::Stop:
+            break;
+        }
+        return Phase::Stop;
+    }
+
+    void SizeStorage() {
+        const int rows = std::max(MaxPipes, static_cast<int>(project_.NumberOfNodes)) + 2;
+        state_.Matrix.Reserve(rows, ElementTableSize);
+        state_.Correction.assign(static_cast<std::size_t>(rows) + 4, 0.0);
+        state_.CorrectionSign.assign(static_cast<std::size_t>(rows) + 4, 0.0);
+    }
+
+    // A failure of the iteration: its message, AbortFlag, and the solve ends.
+    Phase Fail(const char* message) {
+        context_.Dialogs.ShowMessage(MessageStyle::Plain, "", message);
+        context_.AbortFlag = 1;
+        return Phase::Stop;
+    }
+
+    bool CountReturn() {
+        if (++context_.OuterReturns > OuterReturnBudget) {
+            Fail(MaximumIterationsMessage);
+            return false;
+        }
+        return true;
+    }
+
+    bool Cancelled() {
+        if (context_.Progress.Yield()) {
+            context_.CancelRequested = 1;
+        }
+        TakeIterationControls();
+        return context_.CancelRequested == 1;
+    }
+
+    // What the user typed in the iteration display's boxes reaches the run at once.
+    void TakeIterationControls() {
+        const IterationControls typed = context_.Progress.TakeIterationControls();
+        if (typed.InitialDamping) {
+            state_.DampingFactor = static_cast<Integer>(CInt(*typed.InitialDamping));
+            state_.InitialDamping = state_.DampingFactor;
+        }
+        if (typed.MinimumDamping) {
+            state_.MinimumDamping = static_cast<Integer>(CInt(*typed.MinimumDamping));
+        }
+        if (typed.IterationLimit) {
+            context_.IterationLimit = static_cast<float>(*typed.IterationLimit);
+            context_.IterationLimitTyped = true;
+        }
+    }
+
+    void ShowIterationControls() {
+        IterationControls shown;
+        shown.InitialDamping =
+            state_.DampingFactor != 0 ? state_.DampingFactor : state_.InitialDamping;
+        shown.MinimumDamping = state_.MinimumDamping;
+        shown.IterationLimit = context_.IterationLimit;
+        context_.Progress.ShowIterationControls(shown);
+    }
+
+    void SetGauge(int value) {
+        state_.Gauge = value;
+        context_.Progress.SetGauge(value);
+    }
+
+    // Steps 2 to 7: the solve's start, also after a density restart or the zero-pivot recovery.
+    Phase SetUp() {
+        state_.StartBumps = 0;
+        state_.DensityRounds = 0;
+        state_.Peaked = false;
+        state_.HmdPressureRound = 0;
+        state_.DensityFactor = 1.0f;
+        if (!state_.RestartFlag) {
+            state_.DensityNode = 0;
+            state_.HmdNode = 0;
+            state_.DensityPressure = 0;
+            state_.HmdLock = false;
+        }
+        state_.StartPressure = 0.1f;
+        NoteInflowFlow();
+        BuildHalfEdges(project_, state_);
+        if (!state_.RestartFlag) {
+            LoadCalculationOptions(context_, state_);
+        }
+        state_.PeakingOn = state_.Options.AutomaticPeaking;
+        if (!state_.Options.DemandMode && !state_.PumpBoostApplied) {
+            ComputePumpBoost(context_, state_);
+        }
+        BumpStartPressure(context_, state_);
+        if (state_.Options.UseEstimates && !state_.RestartFlag) {
+            SeedHeads(context_, state_);
+        }
+        state_.InitialDamping = static_cast<Integer>(CInt(state_.Options.InitialDamping));
+        state_.MinimumDamping = static_cast<Integer>(CInt(state_.Options.MinimumDamping));
+        std::fill(state_.Devices.RelativeFlow.begin(), state_.Devices.RelativeFlow.end(), 1.0);
+        SetGauge(30);
+        if (Cancelled()) {
+            return Phase::Stop;
+        }
+        return Phase::PassHead;
+    }
+
+    // The flow of an earlier solution on the supply's row, for the pump's seed.
+    void NoteInflowFlow() {
+        const HalfEdgeTable& edges = state_.Edges;
+        for (int row = 1; row <= edges.Count; ++row) {
+            if (edges[row].FromNode == FirstInflowNode) {
+                if (edges[row].Flow > 0) {
+                    state_.InflowFlowEstimate = edges[row].Flow;
+                }
+                return;
+            }
+        }
+    }
+
+    // Steps 10 and 11.
+    Phase PassStart() {
+        if (context_.CancelRequested == 1) {
+            return Phase::Stop;
+        }
+        state_.DampingFactor = state_.InitialDamping;
+        ComputeConductances(project_, state_);
+        ComputeFlows(state_);
+        state_.IterationCeiling = PassIterationCeiling;
+        state_.Iteration = 0;
+        return Phase::Iterate;
+    }
+
+    void ShowIteration() {
+        context_.Progress.SetHmdText(state_.Options.DemandMode ? std::to_string(state_.HmdNode)
+                                                               : std::string("-"));
+        context_.Progress.SetStatusText(SendingDataText);
+        IterationRow row;
+        row.Iteration = state_.Iteration;
+        row.AverageImbalance = state_.AverageImbalance;
+        row.MaximumImbalance = state_.MaximumImbalance;
+        row.AllowableImbalance = state_.Options.Tolerance;
+        row.DampingFactor = state_.ShownDamping;
+        context_.Progress.ShowIteration(row);
+    }
+
+    // Steps 12 to 16: Newton steps until the solve is within tolerance (past the third step) or
+    // the soft limit is reached.
+    Phase Iterate() {
+        for (;;) {
+            ShowIteration();
+            ++state_.Iteration;
+            if (state_.Iteration > state_.IterationCeiling ||
+                ++context_.NewtonIterations > NewtonIterationBudget) {
+                return Fail(MaximumIterationsMessage);
+            }
+            BuildMatrix(state_);
+            const MatrixOutcome outcome = SolveMatrix(context_, state_);
+            if (outcome == MatrixOutcome::ZeroPivot) {
+                return Phase::SetUp; // the whole solve again, from its start
+            }
+            if (outcome == MatrixOutcome::Failed || !ApplyCorrections(context_, state_)) {
+                return Phase::Stop;
+            }
+            ComputeFlows(state_);
+            if (state_.NotConverged != 1 && state_.Iteration >= 3) {
+                return Phase::LeaveIteration;
+            }
+            if (Cancelled()) {
+                return Phase::Stop;
+            }
+            FollowTrend();
+            if (state_.Gauge <= 50 && state_.Iteration > context_.IterationLimit) {
+                return Phase::LeaveIteration;
+            }
+        }
+    }
+
+    // Ninety-nine rises of the largest imbalance in a row bring the soft limit down to 200.
+    void FollowTrend() {
+        if (state_.LastMaximumImbalance < state_.MaximumImbalance) {
+            ++state_.TrendCount;
+        } else if (state_.LastMaximumImbalance > state_.MaximumImbalance) {
+            state_.TrendCount = 0;
+        }
+        if (state_.TrendCount == RisingImbalanceCount) {
+            context_.IterationLimit = LimitOnRisingImbalance;
+        }
+        ShowIterationControls();
+        state_.LastMaximumImbalance = state_.MaximumImbalance;
+    }
+
+    // Steps 17 and 18.
+    Phase LeaveIteration() {
+        SetGauge(50);
+        if (state_.Options.DemandMode) {
+            state_.StatusText = "Employing Demand Mode with " +
+                                std::to_string(project_.NumberOfPipes) + " pipes and " +
+                                std::to_string(project_.NumberOfNodes) + " nodes using node " +
+                                std::to_string(state_.HmdNode) + " as HMD";
+        } else {
+            state_.StatusText = "Employing Supply Mode with " +
+                                std::to_string(project_.NumberOfPipes) + " pipes and " +
+                                std::to_string(project_.NumberOfNodes) + " nodes";
+        }
+        context_.Progress.SetStatusText(state_.StatusText);
+        CopyResults(project_, state_);
+        state_.DeviceChanged = false;
+        if (state_.HmdChanges > 102) {
+            state_.HmdChanges = 31;
+        }
+        return Phase::DeviceCheck;
+    }
+
+    bool HasDeviceCheckRows() const {
+        for (int row = 1; row <= project_.NumberOfPipeRows; ++row) {
+            const auto& record = project_.PipeRecord[static_cast<std::size_t>(row)];
+            if (HasBothNodes(record) && record.Material <= MaterialFirePump) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    // Step 19.
+    Phase DeviceCheck() {
+        if (!HasDeviceCheckRows()) {
+            return Phase::HmdRound;
+        }
+        state_.DeviceChanged = CheckDevices(context_, state_);
+        return Phase::AfterDevices;
+    }
+
+    // Step 20.
+    Phase AfterDevices() {
+        if (state_.DeviceChanged) {
+            return Phase::Conductances;
+        }
+        if (state_.Peaked) {
+            return Phase::CompleteSolution;
+        }
+        return Phase::HmdRound;
+    }
+
+    // Step 26.
+    Phase CompleteSolution() {
+        if (!(state_.FirstSolutionDone && context_.IterationLimitTyped)) {
+            context_.IterationLimit = LimitAfterFirstSolution;
+        }
+        state_.FirstSolutionDone = true;
+        if (Cancelled()) {
+            return Phase::Stop;
+        }
+        return Phase::DensityCheck;
+    }
+
+    double DensityShortfall() const {
+        if (!state_.Options.DemandMode) {
+            return 0;
+        }
+        return RequiredDensity(project_, false) - state_.MinimumDensity;
+    }
+
+    // Step 28.
+    Phase ConvergenceCheck() {
+        if ((state_.Options.DemandMode && DensityShortfall() > DensityShortfallTolerance) ||
+            state_.MaximumImbalance > state_.Options.Tolerance) {
+            state_.RestartFlag = false;
+            return Phase::PassStart;
+        }
+        if (state_.NotConverged == 1) {
+            return Phase::PassStart;
+        }
+        return state_.Options.DemandMode ? Phase::Overshoot : Phase::Accept;
+    }
+
+    // Step 30.
+    Phase Accept() {
+        if (!state_.Options.DemandMode) {
+            FindLowestResidual(project_, state_);
+        }
+        CopyResults(project_, state_);
+        FindMinDensity(project_, state_);
+        return Phase::Close;
+    }
+
+    // Step 31.
+    Phase Close() {
+        if (!state_.Options.DemandMode) {
+            FindLowestResidualNode(project_, state_);
+        }
+        BuildSummary(context_, state_);
+        return Phase::Done;
+    }
+
+    RunContext& context_;
+    SolverState& state_;
+    Project& project_;
+};
+
+} // namespace
+
+void SolveNetwork(RunContext& context, SolverState& state) {
+    NetworkSolve solve(context, state);
+    solve.Run();
+}
+
+} // namespace quench

@@ -1,0 +1,163 @@
+#pragma once
+
+// Everything the solver keeps while it works on one network: the half-edge table and what stands
+// beside it, the sparse equations, the device list, and the counters of the iteration and of its
+// outer rounds. One object per run, passed by reference.
+
+#include "core/types.h"
+#include "solver/device_constraint.h"
+#include "solver/half_edge_table.h"
+#include "solver/sparse_matrix.h"
+
+#include <array>
+#include <string>
+#include <vector>
+
+namespace quench {
+
+constexpr int FirstInflowNode = 10000; // the first inflow's number in the solver's tables
+constexpr int MaterialCodes = 56;      // C values by material code 0 to 55
+
+// The options of the Calculation screen as the solver uses them.
+struct SolverOptions {
+    bool DemandMode = true;
+    float MinimumResidual = 0; // the user's minimum residual pressure at the HMD node
+    double MaximumVelocity = 0;
+    double MaximumFriction = 0; // psi per 100 ft
+    int InitialDamping = 0;
+    int MinimumDamping = 0;
+    int InflowNode2 = 0;
+    int InflowNode3 = 0;
+    double InflowPressure1 = 0;
+    double InflowPressure2 = 0;
+    double InflowPressure3 = 0;
+    bool UseMaximumTest = false;
+    bool UseAverageTest = false;
+    double Tolerance = 0;
+    bool UseFlowImbalance = false;
+    bool AutomaticPeaking = false;
+    bool UseEstimates = false;
+    bool DoNotIncreaseSize = false;
+    std::array<double, 11> TypeGroupMinimum{};
+    std::array<double, 11> TypeGroupMaximum{};
+};
+
+// Ten values per pipe for the sizing step: slot 0 the pipe length (a device's loss, 0.1 for a
+// pump), slots 1 to 7 the fitting counts, slot 9 the non-standard fitting length.
+using FittingRow = std::array<double, 10>;
+
+// The totals of an accepted solution that the summary of the results takes.
+struct SolverSummary {
+    int FlowingSprinklers = 0;
+    double SprinklerFlow = 0;
+    double FixedFlow = 0;
+    double MaximumVelocity = 0;
+    int MaximumVelocityPipe = 0;
+    double MaximumVelocityPressure = 0;
+    int MaximumVelocityPressurePipe = 0;
+    double MaximumFrictionPer100 = 0; // psi per 100 ft, kept when a friction limit is set
+    int HmdFirstRow = 0;              // the HMD node's first half-edge row
+};
+
+struct SolverState {
+    HalfEdgeTable Edges;
+    std::vector<double> Conductance;             // beside each half-edge row
+    std::array<Integer, MaterialCodes> CValue{}; // by material code
+    SparseMatrix Matrix;
+    std::vector<int> ColumnOfPosition; // by node position: the node's column, 0 for none
+    std::vector<double> Correction;    // by column
+    std::vector<double> CorrectionSign;
+    std::vector<int> BucketHeads; // the elimination's rows by the column of their first element
+    std::vector<int> BucketNext;
+    int RowCount = 0;
+    int EquationExtra = 0; // 1 in Demand mode
+    DeviceList Devices;
+    // By node position, beside NodeRecord: the K-factor the solver works with (peaking switches
+    // sprinklers off here, the next half-edge table restores them) and the density found.
+    std::vector<double> NodeKFactor;
+    std::vector<double> NodeDensity;
+    std::vector<FittingRow> FittingTable; // by pipe row
+
+    SolverOptions Options;
+
+    // The iteration.
+    Integer Iteration = 0;
+    Long IterationCeiling = 30001;
+    Integer NotConverged = 0;
+    double MaximumImbalance = 0;
+    double AverageImbalance = 0;
+    double LastMaximumImbalance = 0;
+    Integer TrendCount = 0;
+    int Gauge = 0;
+    bool RecoveryUsed = false;
+    bool FirstSolutionDone = false;
+    bool PassMark = false;
+    bool DeviceChanged = false;
+    std::string StatusText;
+    std::string CriteriaWord; // "pressure " or "flow " in the status line, "" without the option
+
+    // Damping.
+    Integer DampingFactor = 0;
+    Integer MinimumDamping = 0;
+    Integer InitialDamping = 0;
+    double ShownDamping = 0;
+    double LastAverage = 0;
+    float StartPressure = 0.1f;
+    Integer StartBumps = 0;
+
+    // Outer rounds.
+    Long TotalPasses = 0;
+    bool RestartFlag = false;
+    double TargetPressure = 0;
+    double DensityPressure = 0;
+    Integer DensityNode = 0;
+    Integer HmdNode = 0;
+    Integer PreviousHmdNode = 0;
+    double HmdResidual = 0;
+    double HmdFlow = 0;
+    Long HmdPressureRound = 0;
+    Integer HmdChanges = 0;
+    Integer SizingChanged = 0;
+    bool Peaked = false;
+    bool PeakingOn = false;
+    double InflowFlowEstimate = 0;
+
+    // Demand mode.
+    Integer FlipCount = 0;
+    Long FlipCycles = 0;
+    Integer TwoAgoHmd = 0;
+    Integer AlternateHmd = 0;
+    double LastShortfall = 0;
+    bool RepeatPending = false;
+    bool SecondLook = false;
+    bool HmdLock = false;
+    double HighWater = 0;
+    bool HighWaterSet = false;
+    double PreviousHmdResidual = 0;
+    float DensityFactor = 1.0f;
+    Integer DensityRounds = 0;
+    double LowestSeen = 0;
+    double LastStallDensity = -1;
+    double MinimumDensity = 0;
+
+    // Overshoot and the turning HMD.
+    Long OvershootRounds = 0;
+    double FirstOvershootResidual = 0;
+    Integer BestHmdNode = 0;
+    float StepBack = 0;
+    float LastStart = 0;
+    Long TurnCycles = 0;
+
+    // Supply mode.
+    float PumpBoost = 0;
+    bool PumpBoostApplied = false;
+    bool UsePumpCurve = false;
+
+    SolverSummary Summary;
+
+    // Peaking.
+    std::string PendingGroups;
+    Integer LastPeakNode = 0;
+};
+
+} // namespace quench

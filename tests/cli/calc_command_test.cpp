@@ -1,0 +1,143 @@
+#include "core/atomic_write.h"
+#include "core/project_file.h"
+#include "tests/support/command_line.h"
+#include "tests/support/network_builder.h"
+#include "tests/support/scratch_directory.h"
+
+#include <filesystem>
+#include <memory>
+
+#include <gtest/gtest.h>
+
+namespace quench::cli {
+namespace {
+
+using namespace quench::testing;
+
+// A branch line of four sprinklers fed at 50 psi, written as a project file.
+std::filesystem::path WriteBranchLine(const ScratchDirectory& scratch, const std::string& name,
+                                      void (*change)(Project&) = nullptr) {
+    const auto project = std::make_unique<Project>();
+    NetworkBuilder network(*project);
+    network.Pipe(10, 20, 10, 1);
+    network.Pipe(20, 30, 10, 1);
+    network.Pipe(30, 40, 10, 1);
+    network.Pipe(40, 50, 10, 1);
+    for (int node : {20, 30, 40, 50}) {
+        network.Sprinkler(node, 5.6);
+    }
+    network.Inflow(10).SupplyMode(50);
+    if (change != nullptr) {
+        change(*project);
+    }
+    const auto file = scratch / name;
+    EXPECT_EQ(WriteProject(*project, file), WriteOutcome::Written);
+    return file;
+}
+
+std::string Bytes(const std::filesystem::path& file) {
+    std::string bytes;
+    EXPECT_TRUE(ReadWholeFile(file, bytes));
+    return bytes;
+}
+
+TEST(CalcCommand, CalculatesSavesTheResultsAndWritesJson) {
+    ScratchDirectory scratch;
+    const auto file = WriteBranchLine(scratch, "line.qnw");
+    const auto json = scratch / "out.json";
+    const CommandOutcome run = RunQuench({"calc", file.string(), "--json", json.string()});
+    EXPECT_EQ(run.Status, ExitSuccess) << run.Err;
+    EXPECT_EQ(run.Err, "");
+    EXPECT_FALSE(std::filesystem::exists(scratch / "line.tmp"));
+
+    // The results are stored with the project.
+    const auto saved = std::make_unique<Project>();
+    ASSERT_TRUE(ReadProject(*saved, file));
+    EXPECT_EQ(saved->CalculationData.NumberOfUniquePipeSections, 4);
+    EXPECT_EQ(saved->CalculationData.NumberOfFlowingSprinklers, 4);
+    EXPECT_EQ(saved->CalculationData.InflowResidualPressure, 50);
+    EXPECT_EQ(saved->CalculationData.HMDNodeNumber, 50);
+    EXPECT_GT(saved->PipeRecord[4].PressEstimateE, 0);
+    EXPECT_EQ(saved->InputChanged, 0);
+
+    const std::string text = Bytes(json);
+    for (const char* part :
+         {"\"summary\"", "\"nodes\"", "\"pipes\"", "\"results\"", "\"InflowResidualPressure\": 50",
+          "\"HMDNodeNumber\": 50", "\"Number\": 10,", "\"EndNode\": \"10\"", "\"DeviceFlag\": 1"}) {
+        EXPECT_NE(text.find(part), std::string::npos) << part;
+    }
+    EXPECT_EQ(text.find("10000"), std::string::npos); // node numbers as the user typed them
+}
+
+TEST(CalcCommand, AStoppedRunLeavesTheFileAsItWas) {
+    ScratchDirectory scratch;
+    const auto file = WriteBranchLine(scratch, "line.qnw", [](Project& project) {
+        project.CalculationData.InitialDampingFactor = 0;
+    });
+    const std::string before = Bytes(file);
+    const CommandOutcome run = RunQuench({"calc", file.string()});
+    EXPECT_EQ(run.Status, ExitStopped);
+    EXPECT_EQ(run.Err, "Input Data Error: You should specify Initial Damping Factor.\n");
+    EXPECT_EQ(Bytes(file), before);
+    EXPECT_FALSE(std::filesystem::exists(scratch / "line.tmp"));
+}
+
+TEST(CalcCommand, QuestionsAreAnsweredByTheOptionsOrTheirDefault) {
+    ScratchDirectory scratch;
+    const auto file = WriteBranchLine(scratch, "line.qnw", [](Project& project) {
+        project.PipeRecord[2].Diameter = 0;
+        project.PipeRecord[2].DiameterFixed = False;
+    });
+    const std::string question =
+        "Input Data: There are some pipe sections for which you did not specify diameters";
+    CommandOutcome run = RunQuench({"calc", file.string()});
+    EXPECT_EQ(run.Status, ExitStopped);
+    EXPECT_EQ(run.Err.rfind(question, 0), 0u) << run.Err;
+    EXPECT_NE(run.Err.find("size those pipe sections? -> No\n"), std::string::npos) << run.Err;
+
+    run = RunQuench({"calc", file.string(), "--yes"});
+    EXPECT_EQ(run.Status, ExitStopped);
+    EXPECT_NE(run.Err.find("? -> Yes\nInput Data Error: There are some pipe sections for which "
+                           "you asked the program to size"),
+              std::string::npos)
+        << run.Err;
+}
+
+TEST(CalcCommand, UsageAndFileErrors) {
+    ScratchDirectory scratch;
+    const auto file = WriteBranchLine(scratch, "line.qnw");
+    ExpectOneLineError(RunQuench({"calc"}), "usage: quench calc FILE");
+    ExpectOneLineError(RunQuench({"calc", file.string(), "other.qnw"}), "usage");
+    ExpectOneLineError(RunQuench({"calc", file.string(), "--yes", "--no"}), "exclude");
+    ExpectOneLineError(RunQuench({"calc", file.string(), "--json"}), "--json needs a file name");
+    ExpectOneLineError(RunQuench({"calc", (scratch / "none.qnw").string()}), "no such project");
+    ExpectOneLineError(RunQuench({"calc", (scratch / "old.qnd").string()}), "no such project");
+
+    // A working file left by an unfinished session is not overwritten.
+    const std::string before = Bytes(file);
+    ASSERT_TRUE(WriteFileAtomically(scratch / "line.tmp", "edits of a session that died"));
+    ExpectOneLineError(RunQuench({"calc", file.string()}), "working file");
+    EXPECT_EQ(Bytes(scratch / "line.tmp"), "edits of a session that died");
+    EXPECT_EQ(Bytes(file), before);
+
+    // A results file that cannot be written: its directory is a file.
+    const auto other = WriteBranchLine(scratch, "other.qnw");
+    ExpectOneLineError(RunQuench({"calc", other.string(), "--json", (other / "o.json").string()}),
+                       "cannot write");
+}
+
+TEST(CalcCommand, TheSampleGridCalculates) {
+    ScratchDirectory scratch;
+    const auto file = scratch / "grid.qnw";
+    std::filesystem::copy_file(SourceDirectory() / "examples" / "supply_grid.qnw", file);
+    const CommandOutcome run = RunQuench({"calc", file.string(), "--progress"});
+    EXPECT_EQ(run.Status, ExitSuccess) << run.Err;
+    EXPECT_NE(run.Err.find("Calculating... 100%"), std::string::npos);
+    const auto saved = std::make_unique<Project>();
+    ASSERT_TRUE(ReadProject(*saved, file));
+    EXPECT_EQ(saved->CalculationData.InflowResidualPressure, 55);
+    EXPECT_EQ(saved->CalculationData.NumberOfFlowingSprinklers, 18);
+}
+
+} // namespace
+} // namespace quench::cli

@@ -1,0 +1,87 @@
+#include "tests/support/network_shapes.h"
+
+namespace quench::testing {
+
+namespace {
+
+constexpr int RiserNode = 1;
+
+void Riser(NetworkBuilder& network, int top, const ShapeOptions& options) {
+    network.Pipe(RiserNode, top, options.RiserLength, options.RiserDiameter);
+    network.Inflow(RiserNode);
+}
+
+void Sprinklers(NetworkBuilder& network, int node, int row, int rows, int place, int places,
+                const ShapeOptions& options) {
+    const bool flowing =
+        (options.FlowingBranchLines == 0 || row >= rows - options.FlowingBranchLines) &&
+        (options.FlowingPerLine == 0 || place > places - options.FlowingPerLine);
+    if (flowing) {
+        network.Sprinkler(node, options.KFactor);
+    } else {
+        network.Sprinkler(node, std::string("Inact"));
+    }
+    network.Area(node, options.Area);
+}
+
+} // namespace
+
+int LatticeNode(int row, int column, int columns) {
+    return 10 + row * columns + column;
+}
+
+void BuildTree(NetworkBuilder& network, int branches, int sprinklers, const ShapeOptions& options) {
+    const int columns = sprinklers + 1;
+    Riser(network, LatticeNode(0, 0, columns), options);
+    for (int row = 0; row < branches; ++row) {
+        if (row > 0) {
+            network.Pipe(LatticeNode(row - 1, 0, columns), LatticeNode(row, 0, columns),
+                         options.Spacing, options.MainDiameter);
+        }
+        for (int column = 1; column < columns; ++column) {
+            network.Pipe(LatticeNode(row, column - 1, columns), LatticeNode(row, column, columns),
+                         options.Spacing, options.BranchDiameter);
+        }
+    }
+    for (int row = 0; row < branches; ++row) {
+        for (int column = 0; column < columns; ++column) {
+            const int node = LatticeNode(row, column, columns);
+            network.Elevation(node, options.ElevationPerRow * row);
+            if (column > 0) {
+                Sprinklers(network, node, row, branches, column, sprinklers, options);
+            }
+        }
+    }
+}
+
+void BuildGrid(NetworkBuilder& network, int rows, int columns, const ShapeOptions& options) {
+    Riser(network, LatticeNode(0, 0, columns), options);
+    for (int row = 0; row < rows; ++row) {
+        for (int column = 1; column < columns; ++column) {
+            network.Pipe(LatticeNode(row, column - 1, columns), LatticeNode(row, column, columns),
+                         options.Spacing, options.BranchDiameter);
+        }
+    }
+    for (int row = 1; row < rows; ++row) {
+        for (int column = 0; column < columns; ++column) {
+            const bool main = column == 0 || column == columns - 1;
+            const bool cross = options.CrossEvery > 0 && column % options.CrossEvery == 0;
+            if (main || cross) {
+                network.Pipe(LatticeNode(row - 1, column, columns),
+                             LatticeNode(row, column, columns), options.Spacing,
+                             main ? options.MainDiameter : options.BranchDiameter);
+            }
+        }
+    }
+    for (int row = 0; row < rows; ++row) {
+        for (int column = 0; column < columns; ++column) {
+            const int node = LatticeNode(row, column, columns);
+            network.Elevation(node, options.ElevationPerRow * row);
+            if (column > 0 && column < columns - 1) {
+                Sprinklers(network, node, row, rows, column, columns - 2, options);
+            }
+        }
+    }
+}
+
+} // namespace quench::testing
