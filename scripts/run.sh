@@ -1,14 +1,22 @@
 #!/bin/sh
-# Starts the desktop application when there is a display; otherwise calculates the example project
-# through the command line and writes its results beside it.
+# Starts the desktop application with the example project open when there is a display;
+# otherwise calculates the example project through the command line and writes its results.
+# Either way Quench works on a copy in the output directory, so the example itself stays as it is.
 build=${1:-build}
 example=${2:-examples/branch_line.qnw}
 out=${3:-out}
-if [ -x "$build/bin/quench-gui" ] && { [ -n "$DISPLAY" ] || [ -n "$WAYLAND_DISPLAY" ]; }; then
-    exec "$build/bin/quench-gui" "$example"
+if [ ! -f "$example" ]; then
+    echo "The example project $example is missing." >&2
+    exit 2
 fi
 mkdir -p "$out"
-project="$out/$(basename "$example")"
+project="$(cd "$out" && pwd)/$(basename "$example")"
+if [ -x "$build/bin/quench-gui" ] && { [ -n "$DISPLAY" ] || [ -n "$WAYLAND_DISPLAY" ]; }; then
+    # The copy is made once: what the user saved in it, and a working file a killed session left
+    # beside it, are there for the next start.
+    [ -f "$project" ] || cp "$example" "$project"
+    exec "$build/bin/quench-gui" "$project"
+fi
 cp "$example" "$project"
 echo "No display: calculating $project with the command line."
 "$build/bin/quench" calc "$project" --yes --json "$out/results.json"

@@ -1,0 +1,484 @@
+#include "gui/main_frame.h"
+
+#include "app/command_table.h"
+#include "app/recent_files.h"
+#include "core/settings_keys.h"
+#include "gui/calculation_window.h"
+#include "gui/cursor_pause.h"
+#include "gui/data_units_dialog.h"
+#include "gui/temp_file_dialog.h"
+#include "gui/window_placement.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QFileDialog>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QStatusBar>
+#include <QStyle>
+#include <QTimer>
+#include <QToolBar>
+
+namespace quench::gui {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// A tick of the auto-save timer counts as a minute.
+constexpr int MinuteMilliseconds = 60000;
+
+QString Text(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+std::string Utf8(const QString& text) {
+    return text.toUtf8().toStdString();
+}
+
+QIcon IconOf(std::string_view key, const QStyle& style) {
+    if (key == "ToolNew") {
+        return style.standardIcon(QStyle::SP_FileIcon);
+    }
+    if (key == "ToolOpen") {
+        return style.standardIcon(QStyle::SP_DialogOpenButton);
+    }
+    if (key == "ToolSave") {
+        return style.standardIcon(QStyle::SP_DialogSaveButton);
+    }
+    return {};
+}
+
+std::optional<fs::path> RunFileDialog(QFileDialog& dialog) {
+    // The patterns of the filters match names in any case, as project names come in both.
+    dialog.setFilter(dialog.filter() & ~QDir::CaseSensitive);
+    const CursorPause pause;
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
+        return std::nullopt;
+    }
+    return fs::path(Utf8(dialog.selectedFiles().constFirst()));
+}
+
+} // namespace
+
+// --- The dialogs the lifecycle waits for
+// ----------------------------------------------------------
+
+std::optional<fs::path> DesktopChoices::ChooseOpenFile(const FileDialogRequest& request,
+                                                       QWidget* parent) {
+    QFileDialog dialog(parent, Text(request.Title), Text(request.Directory.string()),
+                       Text(request.FilterName));
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    return RunFileDialog(dialog);
+}
+
+std::optional<fs::path> DesktopChoices::ChooseSaveFile(const FileDialogRequest& request,
+                                                       QWidget* parent) {
+    QFileDialog dialog(parent, Text(request.Title), Text(request.Directory.string()),
+                       Text(request.FilterName));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(Text(request.DefaultExtension));
+    return RunFileDialog(dialog);
+}
+
+TempFileChoice DesktopChoices::ChooseTempFileAction(const QString& title, QWidget* parent) {
+    const CursorPause pause;
+    return AskTempFileChoice(title, parent);
+}
+
+// --- The frame
+// ------------------------------------------------------------------------------------
+
+MainFrame::MainFrame(FrameSetup setup, QWidget* parent)
+    : QMainWindow(parent), project_(*setup.Model), dialogs_(*setup.Dialogs),
+      choices_(*setup.Choices), settings_(setup.Settings), library_(std::move(setup.Library)),
+      decimalCharacter_(setup.DecimalCharacter),
+      lifecycle_(project_, dialogs_, *this, setup.Settings, setup.ProjectsDirectory),
+      area_(new QMdiArea(this)), autoSave_(new QTimer(this)) {
+    setObjectName("frmMDI");
+    setCentralWidget(area_);
+    setAcceptDrops(true);
+    resize(1100, 760);
+    BuildMenus();
+    RestorePlacement(*this, settings_, sections::MDIForm);
+    connect(area_, &QMdiArea::subWindowActivated, this, [this](QMdiSubWindow* window) {
+        if (window != nullptr && window == calculationWindow_.data()) {
+            Calculation()->RefreshInflowNodes();
+        }
+    });
+    autoSave_->setInterval(MinuteMilliseconds);
+    connect(autoSave_, &QTimer::timeout, this, &MainFrame::AutoSaveTimerTick);
+    autoSave_->start();
+    statusBar()->showMessage(QString());
+    ProjectStateChanged();
+}
+
+MainFrame::~MainFrame() {
+    // The screens go before the lifecycle and the dispatcher they refer to.
+    delete calculationWindow_.data();
+}
+
+void MainFrame::BuildMenus() {
+    auto* toolbar = addToolBar("Toolbar");
+    toolbar->setObjectName("ActiveBar");
+    toolbar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    for (const Menu menu : {Menu::File, Menu::Project, Menu::Reports, Menu::Libraries, Menu::Tools,
+                            Menu::Window, Menu::Help}) {
+        const std::vector<const CommandEntry*> commands = MenuCommands(menu);
+        if (commands.empty()) {
+            continue; // the screens of this menu are not there yet
+        }
+        QMenu* submenu = menuBar()->addMenu(Text(MenuCaption(menu)));
+        for (const CommandEntry* entry : commands) {
+            auto* action = new QAction(IconOf(entry->Key, *style()), Text(entry->Caption), this);
+            const QString key = Text(entry->Key);
+            action->setObjectName(key);
+            connect(action, &QAction::triggered, this, [this, key] { Dispatch(key); });
+            actions_[key] = action;
+            if (entry->Key == "ToolExit") {
+                // The recent files stand between two separators above Exit.
+                submenu->addSeparator();
+                recentSeparator_ = submenu->addSeparator();
+            }
+            submenu->addAction(action);
+        }
+        if (menu == Menu::File) {
+            fileMenu_ = submenu;
+        }
+        if (menu == Menu::Window) {
+            windowMenu_ = submenu;
+            windowMenu_->addSeparator();
+            connect(windowMenu_, &QMenu::aboutToShow, this, &MainFrame::RebuildWindowList);
+        }
+    }
+    for (const CommandEntry* entry : ToolbarCommands()) {
+        toolbar->addAction(actions_.at(Text(entry->Key)));
+    }
+    actions_.at("ToolNew")->setShortcut(QKeySequence::New);
+    actions_.at("ToolOpen")->setShortcut(QKeySequence::Open);
+    actions_.at("ToolSave")->setShortcut(QKeySequence::Save);
+}
+
+QAction* MainFrame::Action(const QString& key) const {
+    const auto found = actions_.find(key);
+    if (found != actions_.end()) {
+        return found->second;
+    }
+    for (QAction* action : recentActions_) {
+        if (action->objectName() == key) {
+            return action;
+        }
+    }
+    return nullptr;
+}
+
+void MainFrame::RebuildRecentFiles() {
+    for (QAction* action : recentActions_) {
+        fileMenu_->removeAction(action);
+        delete action;
+    }
+    recentActions_.clear();
+    const std::vector<std::string> entries = lifecycle_.RecentFileList();
+    for (int place = 0; place < static_cast<int>(entries.size()); ++place) {
+        const std::string& file = entries[static_cast<std::size_t>(place)];
+        auto* action = new QAction(Text(RecentFileCaption(place, file)), this);
+        const QString key = Text(RecentFileKey(place));
+        action->setObjectName(key);
+        connect(action, &QAction::triggered, this, [this, key] { Dispatch(key); });
+        fileMenu_->insertAction(recentSeparator_, action);
+        recentActions_.push_back(action);
+    }
+}
+
+void MainFrame::RebuildWindowList() {
+    for (QAction* action : windowListActions_) {
+        windowMenu_->removeAction(action);
+        delete action;
+    }
+    windowListActions_.clear();
+    const QList<QMdiSubWindow*> windows = area_->subWindowList();
+    for (int place = 0; place < windows.size(); ++place) {
+        QMdiSubWindow* window = windows[place];
+        auto* action =
+            new QAction(QString("&%1 %2").arg(place + 1).arg(window->windowTitle()), this);
+        action->setCheckable(true);
+        action->setChecked(window == area_->activeSubWindow());
+        connect(action, &QAction::triggered, this,
+                [this, window] { area_->setActiveSubWindow(window); });
+        windowMenu_->addAction(action);
+        windowListActions_.push_back(action);
+    }
+}
+
+void MainFrame::UpdateCommands() {
+    for (const auto& [key, action] : actions_) {
+        const bool windowCommand = key.startsWith("Window");
+        action->setEnabled((!running_ || windowCommand) && lifecycle_.Commands().CanRun(Utf8(key)));
+    }
+    for (QAction* action : recentActions_) {
+        action->setEnabled(!running_);
+    }
+}
+
+// --- The dispatcher
+// -------------------------------------------------------------------------------
+
+void MainFrame::Dispatch(const QString& key) {
+    if (key.startsWith("Window")) {
+        ArrangeWindows(key);
+        return;
+    }
+    // The run owns the model: nothing but the windows' arrangement is given meanwhile.
+    if (running_ || !lifecycle_.Commands().CanRun(Utf8(key))) {
+        return;
+    }
+    if (const std::optional<int> place = RecentFileIndex(Utf8(key))) {
+        lifecycle_.OpenRecentFile(*place);
+    } else if (key == "ToolNew") {
+        lifecycle_.New();
+    } else if (key == "ToolOpen") {
+        lifecycle_.Open();
+    } else if (key == "ToolClose") {
+        lifecycle_.Close();
+    } else if (key == "ToolSave") {
+        lifecycle_.Save();
+    } else if (key == "ToolSaveAs") {
+        lifecycle_.SaveAs();
+    } else if (key == "ToolExit") {
+        close();
+    } else if (key == "ToolCalculation") {
+        ShowCalculation();
+    } else if (key == "ToolUnits") {
+        OpenDataUnits();
+    }
+}
+
+void MainFrame::ArrangeWindows(const QString& key) {
+    const QList<QMdiSubWindow*> windows = area_->subWindowList();
+    QMdiSubWindow* active = area_->activeSubWindow();
+    if (key == "WindowCascade") {
+        area_->cascadeSubWindows();
+    } else if (key == "WindowTileHorizontal" || key == "WindowTileVertical") {
+        // Horizontal: one above the other across the whole width; vertical: side by side.
+        const bool horizontal = key == "WindowTileHorizontal";
+        const QRect space = area_->viewport()->rect();
+        const int count = static_cast<int>(windows.size());
+        for (int place = 0; place < count; ++place) {
+            windows[place]->showNormal();
+            windows[place]->setGeometry(horizontal ? QRect(0, place * space.height() / count,
+                                                           space.width(), space.height() / count)
+                                                   : QRect(place * space.width() / count, 0,
+                                                           space.width() / count, space.height()));
+        }
+    } else if (key == "WindowArrangeIcons") {
+        int left = 0;
+        for (QMdiSubWindow* window : windows) {
+            if (window->isMinimized()) {
+                window->move(left, area_->viewport()->height() - window->height());
+                left += window->width();
+            }
+        }
+    } else if (key == "WindowClose" && active != nullptr) {
+        active->close();
+    } else if (key == "WindowCloseAll") {
+        area_->closeAllSubWindows();
+    } else if (key == "WindowResetFullSize" && active != nullptr) {
+        active->showMaximized();
+    } else if (key == "WindowResetAllFullSize") {
+        for (QMdiSubWindow* window : windows) {
+            window->showMaximized();
+        }
+    }
+}
+
+void MainFrame::RunStartFile(const QString& commandLine) {
+    lifecycle_.RunStartFile(Utf8(commandLine));
+}
+
+void MainFrame::AutoSaveTimerTick() {
+    if (!running_) {
+        lifecycle_.AutoSaveTick();
+    }
+}
+
+// --- Screens
+// --------------------------------------------------------------------------------------
+
+CalculationWindow* MainFrame::Calculation() const {
+    return calculationWindow_ != nullptr
+               ? qobject_cast<CalculationWindow*>(calculationWindow_->widget())
+               : nullptr;
+}
+
+MeasureSystem MainFrame::Units() const {
+    if (lifecycle_.ProjectIsLoaded()) {
+        return project_.UnitSystem == 1 ? MeasureSystem::SI : MeasureSystem::US;
+    }
+    return Metric(settings_) ? MeasureSystem::SI : MeasureSystem::US;
+}
+
+void MainFrame::ShowCalculation() {
+    if (calculationWindow_ != nullptr) {
+        area_->setActiveSubWindow(calculationWindow_);
+        calculationWindow_->showNormal();
+        return;
+    }
+    auto* screen = new CalculationWindow(project_, library_, dialogs_, screens_, settings_, Units(),
+                                         decimalCharacter_);
+    QMdiSubWindow* window = area_->addSubWindow(screen);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->installEventFilter(this);
+    window->resize(760, 640);
+    const QMdiSubWindow* active = area_->activeSubWindow();
+    RestorePlacement(*window, settings_, sections::Calculation,
+                     active != nullptr && active->isMaximized());
+    calculationWindow_ = window;
+    connect(screen, &CalculationWindow::StatusTextWanted, this,
+            [this](const QString& text) { statusBar()->showMessage(text); });
+    connect(screen, &CalculationWindow::RunStarted, this, [this] { SetRunning(true); });
+    connect(screen, &CalculationWindow::RunFinished, this, [this](bool posted) {
+        if (posted) {
+            lifecycle_.SetResultsFresh(true);
+        }
+        SetRunning(false);
+    });
+    window->show();
+}
+
+bool MainFrame::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Close && watched == calculationWindow_.data()) {
+        if (running_) {
+            event->ignore(); // the run's screen stays until the run ends
+            return true;
+        }
+        SavePlacement(*calculationWindow_, settings_, sections::Calculation);
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void MainFrame::SetRunning(bool running) {
+    running_ = running;
+    UpdateCommands();
+}
+
+void MainFrame::OpenDataUnits() {
+    auto* dialog = new DataUnitsDialog(Units(), this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &QDialog::accepted, this, [this, dialog] { ApplyUnits(dialog->Chosen()); });
+    dialog->open();
+}
+
+void MainFrame::ApplyUnits(MeasureSystem system) {
+    if (system == Units()) {
+        return;
+    }
+    WriteMetric(settings_, system == MeasureSystem::SI);
+    if (lifecycle_.ProjectIsLoaded()) {
+        project_.UnitSystem = system == MeasureSystem::SI ? 1 : 0;
+    }
+    // The screens show the stored values again; no change of a field counts as an edit.
+    if (CalculationWindow* calculation = Calculation()) {
+        calculation->SwitchUnits(system);
+        calculation->Dispatch("Updatlabel");
+    }
+}
+
+// --- LifecycleHost
+// --------------------------------------------------------------------------------
+
+void MainFrame::SetBusy(bool busy) {
+    if (busy) {
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+        ++busyDepth_;
+    } else if (busyDepth_ > 0) {
+        QApplication::restoreOverrideCursor();
+        --busyDepth_;
+    }
+}
+
+void MainFrame::WriteBackEditors() {
+    // Every field stores its edits as they are typed: nothing waits in a screen.
+}
+
+std::vector<std::string> MainFrame::OpenProjectScreens() const {
+    std::vector<std::string> open;
+    if (calculationWindow_ != nullptr) {
+        open.emplace_back(CalculationScreenName);
+    }
+    return open;
+}
+
+void MainFrame::UnloadProjectScreens() {
+    if (calculationWindow_ != nullptr) {
+        calculationWindow_->close();
+        delete calculationWindow_.data();
+    }
+}
+
+void MainFrame::OpenProjectScreen(std::string_view screen) {
+    if (screen == CalculationScreenName) {
+        ShowCalculation();
+    }
+}
+
+void MainFrame::ProjectStateChanged() {
+    setWindowTitle(Text(lifecycle_.Title()));
+    RebuildRecentFiles();
+    UpdateCommands();
+    if (CalculationWindow* calculation = Calculation(); calculation != nullptr && !running_) {
+        calculation->Reload();
+    }
+}
+
+void MainFrame::ShowStatusText(std::string_view text) {
+    statusBar()->showMessage(Text(text));
+}
+
+std::optional<fs::path> MainFrame::ChooseOpenFile(const FileDialogRequest& request) {
+    return choices_.ChooseOpenFile(request, this);
+}
+
+std::optional<fs::path> MainFrame::ChooseSaveFile(const FileDialogRequest& request) {
+    return choices_.ChooseSaveFile(request, this);
+}
+
+TempFileChoice MainFrame::ChooseTempFileAction(std::string_view title) {
+    return choices_.ChooseTempFileAction(Text(title), this);
+}
+
+// --- The way down and dropped files
+// ---------------------------------------------------------------
+
+void MainFrame::closeEvent(QCloseEvent* event) {
+    if (running_ || !lifecycle_.QueryUnload()) {
+        event->ignore();
+        return;
+    }
+    SavePlacement(*this, settings_, sections::MDIForm);
+    lifecycle_.Unload();
+    event->accept();
+}
+
+void MainFrame::dragEnterEvent(QDragEnterEvent* event) {
+    if (!running_ && event->mimeData()->hasUrls()) {
+        event->acceptProposedAction();
+    }
+}
+
+void MainFrame::dropEvent(QDropEvent* event) {
+    std::vector<fs::path> files;
+    for (const QUrl& url : event->mimeData()->urls()) {
+        files.emplace_back(Utf8(url.toLocalFile()));
+    }
+    event->acceptProposedAction();
+    // The drop returns to the other program first; the project opens afterwards.
+    QTimer::singleShot(0, this, [this, files] {
+        if (!running_) {
+            lifecycle_.DropFiles(files);
+        }
+    });
+}
+
+} // namespace quench::gui

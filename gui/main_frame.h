@@ -1,0 +1,128 @@
+#pragma once
+
+// frmMDI: the main frame. Its menus and toolbar are built from the command table and deliver
+// every key to one dispatcher; it owns the project's lifecycle and hosts the project screens as
+// windows of its MDI area. While a calculation runs, only window moves, the status window's
+// Cancel and the boxes of the iteration display take input.
+
+#include "app/project_lifecycle.h"
+#include "core/dialogs.h"
+#include "core/project.h"
+#include "core/settings.h"
+#include "core/units.h"
+#include "gui/screen_dispatcher.h"
+#include "library/pipe_library.h"
+
+#include <filesystem>
+#include <map>
+#include <optional>
+
+#include <QMainWindow>
+#include <QPointer>
+
+class QAction;
+class QMdiArea;
+class QMdiSubWindow;
+class QMenu;
+class QTimer;
+
+namespace quench::gui {
+
+class CalculationWindow;
+
+// The dialogs the lifecycle waits for: the file dialogs and frmTempFile. The tests script them.
+class DesktopChoices {
+public:
+    virtual ~DesktopChoices() = default;
+    virtual std::optional<std::filesystem::path> ChooseOpenFile(const FileDialogRequest& request,
+                                                                QWidget* parent);
+    virtual std::optional<std::filesystem::path> ChooseSaveFile(const FileDialogRequest& request,
+                                                                QWidget* parent);
+    virtual TempFileChoice ChooseTempFileAction(const QString& title, QWidget* parent);
+};
+
+struct FrameSetup {
+    Project* Model = nullptr;
+    ::quench::Dialogs* Dialogs = nullptr;
+    DesktopChoices* Choices = nullptr;
+    IniFileHandler Settings;
+    std::filesystem::path ProjectsDirectory;
+    PipeLibrary Library;
+    char DecimalCharacter = '.';
+};
+
+class MainFrame : public QMainWindow, public LifecycleHost {
+    Q_OBJECT
+
+public:
+    explicit MainFrame(FrameSetup setup, QWidget* parent = nullptr);
+    ~MainFrame() override;
+
+    // The one dispatcher of the menus and the toolbar.
+    void Dispatch(const QString& key);
+    void RunStartFile(const QString& commandLine);
+    // frmDataUnits' OK with the system chosen.
+    void ApplyUnits(MeasureSystem system);
+    // The units of the data screens: the open project's, or the default of the settings.
+    MeasureSystem Units() const;
+
+    ProjectLifecycle& Lifecycle() { return lifecycle_; }
+    CalculationWindow* Calculation() const;
+    QMdiArea* Area() const { return area_; }
+    QAction* Action(const QString& key) const;
+    QMenu* RecentFilesMenu() const { return fileMenu_; }
+    bool RunInProgress() const { return running_; }
+    // One tick of the auto-save timer.
+    void AutoSaveTimerTick();
+
+    // LifecycleHost
+    void SetBusy(bool busy) override;
+    void WriteBackEditors() override;
+    std::vector<std::string> OpenProjectScreens() const override;
+    void UnloadProjectScreens() override;
+    void OpenProjectScreen(std::string_view screen) override;
+    void ProjectStateChanged() override;
+    void ShowStatusText(std::string_view text) override;
+    std::optional<std::filesystem::path> ChooseOpenFile(const FileDialogRequest& request) override;
+    std::optional<std::filesystem::path> ChooseSaveFile(const FileDialogRequest& request) override;
+    TempFileChoice ChooseTempFileAction(std::string_view title) override;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void BuildMenus();
+    void RebuildRecentFiles();
+    void RebuildWindowList();
+    void UpdateCommands();
+    void ShowCalculation();
+    void OpenDataUnits();
+    void ArrangeWindows(const QString& key);
+    void SetRunning(bool running);
+
+    Project& project_;
+    Dialogs& dialogs_;
+    DesktopChoices& choices_;
+    IniFileHandler settings_;
+    PipeLibrary library_;
+    char decimalCharacter_;
+    ScreenDispatcher screens_;
+    ProjectLifecycle lifecycle_;
+
+    QMdiArea* area_;
+    QTimer* autoSave_;
+    QMenu* fileMenu_ = nullptr;
+    QMenu* windowMenu_ = nullptr;
+    QAction* recentSeparator_ = nullptr;
+    std::vector<QAction*> recentActions_;
+    std::vector<QAction*> windowListActions_;
+    std::map<QString, QAction*> actions_;
+    QPointer<QMdiSubWindow> calculationWindow_;
+    bool running_ = false;
+    int busyDepth_ = 0;
+};
+
+} // namespace quench::gui
