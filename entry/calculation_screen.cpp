@@ -4,6 +4,7 @@
 #include "core/text.h"
 
 #include <algorithm>
+#include <type_traits>
 
 namespace quench {
 
@@ -162,90 +163,68 @@ const std::string& CalculationDataScreen::Text(CalculationField field) const {
     return texts_[Index(field)];
 }
 
-double CalculationDataScreen::StoredNumber(CalculationField field) const {
-    const CalculationData& data = project_.CalculationData;
+namespace {
+
+// The model's value behind a field, handed to `visit` as the member itself (whatever its type).
+template <class Model, class Visit>
+void VisitStored(Model& project, CalculationField field, Visit visit) {
+    auto& data = project.CalculationData;
     if (IsTypeGroupMin(field)) {
-        return data.TypeGroupMinDiameter[GroupOf(field)];
+        visit(data.TypeGroupMinDiameter[GroupOf(field)]);
+        return;
     }
     if (IsTypeGroupMax(field)) {
-        return data.TypeGroupMaxDiameter[GroupOf(field)];
+        visit(data.TypeGroupMaxDiameter[GroupOf(field)]);
+        return;
     }
     switch (field) {
     case MinPressureAtHMDNode:
-        return data.MinPressureAtHMDNode;
+        return visit(data.MinPressureAtHMDNode);
     case MinimumDesiredDensity:
-        return project_.SystemData.MinimumDesiredDensity;
+        return visit(project.SystemData.MinimumDesiredDensity);
     case InflowResidualPressure1:
-        return data.InflowResidualPressure1;
+        return visit(data.InflowResidualPressure1);
     case InflowResidualPressure2:
-        return data.InflowResidualPressure2;
+        return visit(data.InflowResidualPressure2);
     case InflowResidualPressure3:
-        return data.InflowResidualPressure3;
+        return visit(data.InflowResidualPressure3);
     case MaximumNodePressureImbalance:
-        return data.MaximumNodePressureImbalance;
+        return visit(data.MaximumNodePressureImbalance);
     case AverageNodalPressure:
-        return data.AverageNodePressureImbalance;
+        return visit(data.AverageNodePressureImbalance);
     case InitialDampingFactor:
-        return data.InitialDampingFactor;
+        return visit(data.InitialDampingFactor);
     case MinimumDampingFactor:
-        return data.MinimumDampingFactor;
+        return visit(data.MinimumDampingFactor);
     case MaxWaterVelocity:
-        return data.MaxWaterVelocity;
+        return visit(data.MaxWaterVelocity);
     case MaxFrictionalLoss:
-        return data.MaxFrictionalLoss;
+        return visit(data.MaxFrictionalLoss);
     default:
-        return 0;
+        return;
     }
 }
 
+} // namespace
+
+double CalculationDataScreen::StoredNumber(CalculationField field) const {
+    double value = 0;
+    VisitStored(project_, field, [&value](const auto& stored) { value = stored; });
+    return value;
+}
+
 void CalculationDataScreen::Store(CalculationField field, double usValue) {
-    CalculationData& data = project_.CalculationData;
-    if (IsTypeGroupMin(field)) {
-        data.TypeGroupMinDiameter[GroupOf(field)] = usValue;
-        return;
-    }
-    if (IsTypeGroupMax(field)) {
-        data.TypeGroupMaxDiameter[GroupOf(field)] = usValue;
-        return;
-    }
-    switch (field) {
-    case MinPressureAtHMDNode:
-        data.MinPressureAtHMDNode = static_cast<Single>(usValue);
-        break;
-    case MinimumDesiredDensity:
+    VisitStored(project_, field, [usValue](auto& stored) {
+        using Stored = std::remove_reference_t<decltype(stored)>;
+        if constexpr (std::is_same_v<Stored, Integer>) {
+            stored = CInt(usValue); // the damping factors are whole numbers
+        } else {
+            stored = static_cast<Stored>(usValue);
+        }
+    });
+    if (field == MinimumDesiredDensity) {
         // One value with the general data screen's density; the run takes it as its own.
-        project_.SystemData.MinimumDesiredDensity = static_cast<Single>(usValue);
-        data.DesignDensity = static_cast<Single>(usValue);
-        break;
-    case InflowResidualPressure1:
-        data.InflowResidualPressure1 = usValue;
-        break;
-    case InflowResidualPressure2:
-        data.InflowResidualPressure2 = usValue;
-        break;
-    case InflowResidualPressure3:
-        data.InflowResidualPressure3 = usValue;
-        break;
-    case MaximumNodePressureImbalance:
-        data.MaximumNodePressureImbalance = usValue;
-        break;
-    case AverageNodalPressure:
-        data.AverageNodePressureImbalance = usValue;
-        break;
-    case InitialDampingFactor:
-        data.InitialDampingFactor = CInt(usValue);
-        break;
-    case MinimumDampingFactor:
-        data.MinimumDampingFactor = CInt(usValue);
-        break;
-    case MaxWaterVelocity:
-        data.MaxWaterVelocity = usValue;
-        break;
-    case MaxFrictionalLoss:
-        data.MaxFrictionalLoss = usValue;
-        break;
-    default:
-        break;
+        project_.CalculationData.DesignDensity = static_cast<Single>(usValue);
     }
 }
 
