@@ -371,6 +371,14 @@ void CalculationWindow::OptionClicked(CalculationOption option, bool on) {
     RefreshFields();
 }
 
+void CalculationWindow::WriteBack() {
+    for (const auto& [field, widget] : fields_) {
+        if (widget->hasFocus()) {
+            FieldLeft(field);
+        }
+    }
+}
+
 void CalculationWindow::Dispatch(std::string_view command) {
     if (command == screens::ShowInputTab) {
         tabs_->setCurrentIndex(0);
@@ -387,8 +395,10 @@ void CalculationWindow::Dispatch(std::string_view command) {
         RefreshFields();
     } else if (command == "Cancel") {
         progress_.RequestCancel();
+    } else if (command == "Put") {
+        WriteBack();
     }
-    // "Put" and "UpdateCalculationDataFromHelpWindow": every edit is in the model already.
+    // "UpdateCalculationDataFromHelpWindow": no help window picks values yet.
 }
 
 // --- Showing the model

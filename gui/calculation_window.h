@@ -42,6 +42,8 @@ public:
     // CalculationDataToScreen and the results.
     void Reload();
     void SwitchUnits(MeasureSystem system);
+    // The field being typed in applies its leaving rule now, as before a save or a close.
+    void WriteBack();
     // On activation: the inflow node numbers from the model.
     void RefreshInflowNodes();
 

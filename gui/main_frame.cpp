@@ -399,7 +399,10 @@ void MainFrame::SetBusy(bool busy) {
 }
 
 void MainFrame::WriteBackEditors() {
-    // Every field stores its edits as they are typed: nothing waits in a screen.
+    // Every accepted key is in the model already; the field being typed in is left now.
+    if (CalculationWindow* calculation = Calculation(); calculation != nullptr && !running_) {
+        calculation->WriteBack();
+    }
 }
 
 std::vector<std::string> MainFrame::OpenProjectScreens() const {
@@ -411,6 +414,7 @@ std::vector<std::string> MainFrame::OpenProjectScreens() const {
 }
 
 void MainFrame::UnloadProjectScreens() {
+    WriteBackEditors();
     if (calculationWindow_ != nullptr) {
         calculationWindow_->close();
         delete calculationWindow_.data();

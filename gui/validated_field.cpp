@@ -33,6 +33,8 @@ FieldState StateOf(const QLineEdit& field) {
 } // namespace
 
 ValidatedField::ValidatedField(QWidget* parent) : QLineEdit(parent) {
+    // A file dropped on a field is a file dropped on the program, not text for the field.
+    setAcceptDrops(false);
     // Pasting, cutting, deleting and undoing reach the text without a key of their own: the test
     // on change catches them.
     connect(this, &QLineEdit::textEdited, this, [this](const QString& text) {
@@ -102,8 +104,11 @@ void ValidatedField::keyPressEvent(QKeyEvent* event) {
     }
     const QString typed = event->text();
     if (typed.size() == 1 && typed.at(0).isPrint()) {
+        // A character the project file cannot hold (beyond Latin-1) is refused like any other.
         const char key = typed.at(0).toLatin1();
-        FilterKey(key == 0 ? '?' : key);
+        if (key != 0) {
+            FilterKey(key);
+        }
         return;
     }
     QLineEdit::keyPressEvent(event);

@@ -220,14 +220,23 @@ TEST_F(CalculationWindowTest, OptionsAndLeavingAField) {
     EXPECT_FALSE(window.Field(CalculationField::MaximumNodePressureImbalance)->isEnabled());
     EXPECT_TRUE(window.Field(CalculationField::AverageNodalPressure)->isEnabled());
 
+    // A save leaves the field being typed in first: its rule applies before the file is written.
     gui::ValidatedField* damping = window.Field(CalculationField::MinimumDampingFactor);
+    QApplication::setActiveWindow(&Frame());
+    damping->setFocus();
+    ASSERT_TRUE(damping->hasFocus());
     damping->selectAll();
     QTest::keyClicks(damping, "0");
-    emit damping->Left();
+    EXPECT_EQ(Model().CalculationData.MinimumDampingFactor, 0);
+    Frame().Dispatch("ToolSave");
     EXPECT_EQ(desktop_->Dialogs.LastText(),
               "Value is too low.  Entry has been set to minimum allowed value.");
     EXPECT_EQ(damping->text(), "1");
     EXPECT_EQ(Model().CalculationData.MinimumDampingFactor, 1);
+    auto saved = std::make_unique<Project>();
+    ASSERT_TRUE(ReadProject(*saved, file_));
+    EXPECT_EQ(saved->CalculationData.MinimumDampingFactor, 1);
+    EXPECT_EQ(saved->CalculationData.DemandMode, 1);
 }
 
 } // namespace
