@@ -118,7 +118,7 @@ void ProjectLifecycle::SetUntitledNames() {
     backupFileName_.clear();
 }
 
-// --- New -----------------------------------------------------------------------------------------
+// --- New
 
 void ProjectLifecycle::New() {
     const BusyCursor busy(host_);
@@ -153,7 +153,7 @@ void ProjectLifecycle::New() {
     Loaded();
 }
 
-// --- Open ----------------------------------------------------------------------------------------
+// --- Open
 
 void ProjectLifecycle::Open(const std::optional<fs::path>& file) {
     const BusyCursor busy(host_);
@@ -325,7 +325,6 @@ void ProjectLifecycle::DropFiles(const std::vector<fs::path>& files) {
 }
 
 // --- The project-changed test
-// ---------------------------------------------------------------------
 
 void ProjectLifecycle::IsProjectOpenOrChanged() {
     if (!projectIsLoaded_) {
@@ -370,7 +369,7 @@ bool ProjectLifecycle::CloseOpenProject() {
     return true;
 }
 
-// --- Save and Save As ---------------------------------------------------------------------------
+// --- Save and Save As
 
 bool ProjectLifecycle::Save() {
     host_.WriteBackEditors();
@@ -437,7 +436,6 @@ bool ProjectLifecycle::SaveAs() {
 }
 
 // --- Close and the way down
-// -----------------------------------------------------------------------
 
 bool ProjectLifecycle::Close() {
     host_.WriteBackEditors();
@@ -481,7 +479,6 @@ void ProjectLifecycle::Unload() {
 }
 
 // --- Auto-save and the start
-// ----------------------------------------------------------------------
 
 void ProjectLifecycle::AutoSaveTick() {
     autoSaveIsOn_ = AutoSave(settings_);
@@ -518,7 +515,6 @@ void ProjectLifecycle::RunStartFile(std::string_view commandLine) {
 }
 
 // --- Screens
-// --------------------------------------------------------------------------------------
 
 void ProjectLifecycle::RecordOpenScreens() {
     if (!projectIsLoaded_) {
@@ -547,7 +543,6 @@ void ProjectLifecycle::OpenRememberedScreens() {
 }
 
 // --- Files
-// ----------------------------------------------------------------------------------------
 
 bool ProjectLifecycle::WriteWorkingFile() {
     std::string error;

@@ -124,7 +124,6 @@ CalculationWindow::~CalculationWindow() {
 }
 
 // --- Layout
-// ---------------------------------------------------------------------------------------
 
 ValidatedField* CalculationWindow::MakeField(CalculationField field) {
     auto* widget = new ValidatedField(this);
@@ -136,6 +135,9 @@ ValidatedField* CalculationWindow::MakeField(CalculationField field) {
     widget->setObjectName(Text(FieldInfo(field).Control) +
                           (group > 0 ? QString::number(group) : QString()));
     widget->setProperty("CurrentHelpKey", Text(FieldInfo(field).HelpKey));
+    if (FieldInfo(field).Number) {
+        widget->setMaximumWidth(widget->fontMetrics().horizontalAdvance("0") * 16);
+    }
     fields_[field] = widget;
     connect(widget, &ValidatedField::Edited, this,
             [this, field](const QString& text) { FieldEdited(field, text); });
@@ -163,6 +165,14 @@ QAbstractButton* CalculationWindow::MakeOption(CalculationOption option, bool ra
     return button;
 }
 
+// Columns of the data tab: label, inflow node, field, unit, note; the last takes the slack.
+constexpr int LabelColumn = 0;
+constexpr int NodeColumn = 1;
+constexpr int FieldColumn = 2;
+constexpr int UnitColumn = 3;
+constexpr int NoteColumn = 4;
+constexpr int Columns = 5;
+
 QWidget* CalculationWindow::BuildDataTab() {
     auto* page = new QWidget;
     auto* grid = new QGridLayout(page);
@@ -170,13 +180,15 @@ QWidget* CalculationWindow::BuildDataTab() {
     const auto addLine = [&](CalculationField field) {
         auto* label = new QLabel(page);
         labels_[field] = label;
-        grid->addWidget(label, row, 0);
-        grid->addWidget(MakeField(field), row, 2);
-        grid->addWidget(UnitLabel(field), row, 3);
+        grid->addWidget(label, row, LabelColumn);
+        grid->addWidget(MakeField(field), row, FieldColumn);
+        grid->addWidget(UnitLabel(field), row, UnitColumn);
         ++row;
     };
-    addLine(CalculationComment);
-    grid->addWidget(fields_[CalculationComment], 0, 1, 1, 3);
+    auto* commentLabel = new QLabel(page);
+    labels_[CalculationComment] = commentLabel;
+    grid->addWidget(commentLabel, row, LabelColumn);
+    grid->addWidget(MakeField(CalculationComment), row++, NodeColumn, 1, Columns - NodeColumn);
 
     auto* mode = new QGroupBox(Text(words::ModeFrame), page);
     auto* modeLayout = new QHBoxLayout(mode);
@@ -187,24 +199,26 @@ QWidget* CalculationWindow::BuildDataTab() {
         modeGroup->addButton(button);
         modeLayout->addWidget(button);
     }
-    grid->addWidget(mode, row++, 0, 1, 4);
+    modeLayout->addStretch();
+    grid->addWidget(mode, row++, LabelColumn, 1, Columns);
     addLine(MinPressureAtHMDNode);
     addLine(MinimumDesiredDensity);
+    constexpr std::array<const char*, 3> nodeLabels{
+        "lblSystemInflowNodeNumber", "lblSecondInflowNodeNumber", "lblThirdInflowNodeNumber"};
     for (int line = 0; line < 3; ++line) {
         const auto field =
             static_cast<CalculationField>(static_cast<int>(InflowResidualPressure1) + line);
-        inflowNodes_[static_cast<std::size_t>(line)] = new QLabel(page);
-        inflowNodes_[static_cast<std::size_t>(line)]->setObjectName(
-            line == 0 ? "lblSystemInflowNodeNumber"
-                      : (line == 1 ? "lblSecondInflowNodeNumber" : "lblThirdInflowNodeNumber"));
-        grid->addWidget(inflowNodes_[static_cast<std::size_t>(line)], row, 1);
+        QLabel*& node = inflowNodes_[static_cast<std::size_t>(line)];
+        node = new QLabel(page);
+        node->setObjectName(nodeLabels[static_cast<std::size_t>(line)]);
+        node->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        grid->addWidget(node, row, NodeColumn);
+        QLabel* note = new QLabel(Text(line == 0 ? words::Required : words::Optional), page);
         if (line == 0) {
-            required_ = new QLabel(Text(words::Required), page);
+            required_ = note;
             required_->setObjectName("lblRequired");
-            grid->addWidget(required_, row, 4);
-        } else {
-            grid->addWidget(new QLabel(Text(words::Optional), page), row, 4);
         }
+        grid->addWidget(note, row, NoteColumn);
         addLine(field);
     }
 
@@ -224,16 +238,17 @@ QWidget* CalculationWindow::BuildDataTab() {
     }
     imbalanceLayout->addWidget(MakeOption(CalculationOption::ConvFlowImbalance, false),
                                imbalanceRow, 0, 1, 3);
-    grid->addWidget(imbalance, row++, 0, 1, 4);
+    imbalanceLayout->setColumnStretch(3, 1);
+    grid->addWidget(imbalance, row++, LabelColumn, 1, Columns);
     addLine(InitialDampingFactor);
     addLine(MinimumDampingFactor);
     for (const CalculationOption option :
          {CalculationOption::UseAutomaticPeaking, CalculationOption::UseResidualPressureEstimate,
           CalculationOption::OscillationEstimate}) {
-        grid->addWidget(MakeOption(option, false), row++, 0, 1, 4);
+        grid->addWidget(MakeOption(option, false), row++, LabelColumn, 1, Columns);
     }
     grid->setRowStretch(row, 1);
-    grid->setColumnStretch(0, 1);
+    grid->setColumnStretch(Columns, 1);
     return page;
 }
 
@@ -254,7 +269,7 @@ QWidget* CalculationWindow::BuildSizingTab() {
         limits->addWidget(UnitLabel(field), row, 2);
         ++row;
     }
-    limits->setColumnStretch(0, 1);
+    limits->setColumnStretch(3, 1);
     layout->addLayout(limits);
     layout->addWidget(MakeOption(CalculationOption::FrictLoss, false));
     layout->addWidget(MakeOption(CalculationOption::DoNotIncrSize, false));
@@ -276,6 +291,7 @@ QWidget* CalculationWindow::BuildSizingTab() {
         table->addWidget(MakeField(maximum), group, 3);
         table->addWidget(UnitLabel(maximum), group, 4);
     }
+    table->setColumnStretch(5, 1);
     layout->addWidget(groups);
     layout->addStretch();
 
@@ -325,6 +341,7 @@ QWidget* CalculationWindow::BuildResultsTab() {
     grid_->setObjectName("MSFlexGridResults");
     grid_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     grid_->verticalHeader()->setVisible(false);
+    grid_->verticalHeader()->setDefaultSectionSize(grid_->fontMetrics().height() + 6);
     grid_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     layout->addWidget(grid_, 1);
     return page;
@@ -336,7 +353,6 @@ QLabel* CalculationWindow::ResultLabel(const QString& control) const {
 }
 
 // --- Events
-// ---------------------------------------------------------------------------------------
 
 void CalculationWindow::FieldEdited(CalculationField field, const QString& text) {
     if (running_) {
@@ -402,7 +418,6 @@ void CalculationWindow::Dispatch(std::string_view command) {
 }
 
 // --- Showing the model
-// ----------------------------------------------------------------------------
 
 void CalculationWindow::Reload() {
     rules_.Load();
@@ -507,7 +522,6 @@ void CalculationWindow::RefreshResults() {
 }
 
 // --- The run
-// --------------------------------------------------------------------------------------
 
 void CalculationWindow::SetInputsEnabled(bool enabled) {
     tabs_->widget(0)->setEnabled(enabled);

@@ -53,6 +53,7 @@ DisplayingWindow::DisplayingWindow(const QString& title, bool demandMode, IniFil
     list_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     list_->setSelectionMode(QAbstractItemView::NoSelection);
     list_->verticalHeader()->setVisible(false);
+    list_->verticalHeader()->setDefaultSectionSize(list_->fontMetrics().height() + 6);
     list_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
 
     auto* layout = new QVBoxLayout(this);
@@ -60,7 +61,10 @@ DisplayingWindow::DisplayingWindow(const QString& title, bool demandMode, IniFil
     layout->addWidget(list_);
     layout->addWidget(status_);
     layout->addWidget(percent_);
-    resize(640, 420);
+    for (ValidatedField* box : {initialDamping_, minimumDamping_, maximumIterations_}) {
+        box->setMaximumWidth(box->fontMetrics().horizontalAdvance("0") * 12);
+    }
+    resize(720, 460);
     RestorePlacement(*this, settings_, "Displaying");
 
     connect(initialDamping_, &ValidatedField::Edited, this, [this](const QString& text) {

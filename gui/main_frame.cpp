@@ -64,7 +64,6 @@ std::optional<fs::path> RunFileDialog(QFileDialog& dialog) {
 } // namespace
 
 // --- The dialogs the lifecycle waits for
-// ----------------------------------------------------------
 
 std::optional<fs::path> DesktopChoices::ChooseOpenFile(const FileDialogRequest& request,
                                                        QWidget* parent) {
@@ -89,7 +88,6 @@ TempFileChoice DesktopChoices::ChooseTempFileAction(const QString& title, QWidge
 }
 
 // --- The frame
-// ------------------------------------------------------------------------------------
 
 MainFrame::MainFrame(FrameSetup setup, QWidget* parent)
     : QMainWindow(parent), project_(*setup.Model), dialogs_(*setup.Dialogs),
@@ -223,7 +221,6 @@ void MainFrame::UpdateCommands() {
 }
 
 // --- The dispatcher
-// -------------------------------------------------------------------------------
 
 void MainFrame::Dispatch(const QString& key) {
     if (key.startsWith("Window")) {
@@ -304,7 +301,6 @@ void MainFrame::AutoSaveTimerTick() {
 }
 
 // --- Screens
-// --------------------------------------------------------------------------------------
 
 CalculationWindow* MainFrame::Calculation() const {
     return calculationWindow_ != nullptr
@@ -386,7 +382,6 @@ void MainFrame::ApplyUnits(MeasureSystem system) {
 }
 
 // --- LifecycleHost
-// --------------------------------------------------------------------------------
 
 void MainFrame::SetBusy(bool busy) {
     if (busy) {
@@ -453,7 +448,6 @@ TempFileChoice MainFrame::ChooseTempFileAction(std::string_view title) {
 }
 
 // --- The way down and dropped files
-// ---------------------------------------------------------------
 
 void MainFrame::closeEvent(QCloseEvent* event) {
     if (running_ || !lifecycle_.QueryUnload()) {
