@@ -146,7 +146,7 @@ void ProjectLifecycle::New() {
     if (WriteProject(project_, tempFileName_, &error) != WriteOutcome::Written ||
         !CopyFile(tempFileName_, projectFileName_, &error)) {
         ShowSaveError(tempFileName_, error);
-        ResetProject(project_);
+        Closed();
         return;
     }
     WriteProjectPath(settings_, projectsDirectory_.string());
@@ -261,8 +261,7 @@ void ProjectLifecycle::OpenNamed(fs::path file) {
             }
             break;
         case TempFileChoice::DoNotOpen:
-            ClearNames();
-            host_.ProjectStateChanged();
+            Closed();
             return;
         }
     } else if (!LoadWorkingCopy(file)) {
@@ -299,6 +298,11 @@ void ProjectLifecycle::Loaded() {
 
 void ProjectLifecycle::ClosedAfterFailure(std::string_view text) {
     ShowOpenError(text);
+    Closed();
+}
+
+// No project is open now (the one that was has been closed on the way): nothing of it is kept.
+void ProjectLifecycle::Closed() {
     ResetProject(project_);
     ClearNames();
     projectIsLoaded_ = false;

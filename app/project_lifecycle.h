@@ -191,6 +191,7 @@ private:
     static bool CanBeOpened(const std::filesystem::path& file);
     void Loaded();
     void ClosedAfterFailure(std::string_view text);
+    void Closed();
     bool CloseOpenProject();
 
     void RecordOpenScreens();

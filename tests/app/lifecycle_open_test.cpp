@@ -192,6 +192,18 @@ TEST_F(LifecycleOpen, AWorkingFileLeftBehindOffersThreeChoices) {
     EXPECT_EQ(TitleIn(working), "Plant, unsaved");
     EXPECT_EQ(TitleIn(file), "Plant");
 
+    // Choosing not to open, with another project open before, leaves no project and no tools.
+    session = Start();
+    const fs::path other = WriteSample("other.qnw", "Other");
+    session->Lifecycle.Open(other);
+    ASSERT_TRUE(session->Lifecycle.Commands().IsEnabled("ToolSave"));
+    session->Lifecycle.Open(file);
+    EXPECT_FALSE(session->Lifecycle.ProjectIsLoaded());
+    EXPECT_FALSE(session->Lifecycle.Commands().IsEnabled("ToolSave"));
+    EXPECT_EQ(session->Lifecycle.Title(), "Quench");
+    EXPECT_FALSE(Exists(Projects() / "other.tmp"));
+    EXPECT_EQ(TitleIn(working), "Plant, unsaved");
+
     // The saved version: the working file is replaced by the named file.
     session = Start();
     session->Host.TempChoices = {TempFileChoice::OpenSaved};
