@@ -334,10 +334,11 @@ void ProjectLifecycle::IsProjectOpenOrChanged() {
     if (!projectIsLoaded_) {
         return;
     }
-    // What the screens hold is in the model; the working file gets it before the compare.
-    WriteWorkingFile();
-    const bool changed =
-        CompareProjectFiles(tempFileName_, projectFileName_) || IsTrue(project_.InputChanged);
+    // What the screens hold is in the model; the working file gets it before the compare. A
+    // working file that cannot be written compares as changed, so nothing goes unasked.
+    const bool written = WriteWorkingFile();
+    const bool changed = !written || CompareProjectFiles(tempFileName_, projectFileName_) ||
+                         IsTrue(project_.InputChanged);
     if (changed) {
         const Answer answer =
             dialogs_.Ask(Buttons::YesNoCancel, Answer::Yes, MessageStyle::Question,
