@@ -67,6 +67,7 @@ int main(int argc, char** argv) {
     setup.Choices = &choices;
     setup.Settings = IniFileHandler(state.IniFileName);
     setup.ProjectsDirectory = state.ProjectsDirectory;
+    setup.ToolbarLayoutFile = state.ToolbarLayoutFile;
     setup.Library = LoadPipeLibrary(state.PipeLibraryFile);
     setup.DecimalCharacter = state.DecimalCharacter;
     gui::MainFrame frame(std::move(setup));

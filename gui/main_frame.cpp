@@ -2,6 +2,7 @@
 
 #include "app/command_table.h"
 #include "app/recent_files.h"
+#include "core/atomic_write.h"
 #include "core/settings_keys.h"
 #include "gui/calculation_window.h"
 #include "gui/cursor_pause.h"
@@ -91,7 +92,8 @@ TempFileChoice DesktopChoices::ChooseTempFileAction(const QString& title, QWidge
 
 MainFrame::MainFrame(FrameSetup setup, QWidget* parent)
     : QMainWindow(parent), project_(*setup.Model), dialogs_(*setup.Dialogs),
-      choices_(*setup.Choices), settings_(setup.Settings), library_(std::move(setup.Library)),
+      choices_(*setup.Choices), settings_(setup.Settings),
+      toolbarLayoutFile_(std::move(setup.ToolbarLayoutFile)), library_(std::move(setup.Library)),
       decimalCharacter_(setup.DecimalCharacter),
       lifecycle_(project_, dialogs_, *this, setup.Settings, setup.ProjectsDirectory),
       area_(new QMdiArea(this)), autoSave_(new QTimer(this)) {
@@ -100,6 +102,7 @@ MainFrame::MainFrame(FrameSetup setup, QWidget* parent)
     setAcceptDrops(true);
     resize(1100, 760);
     BuildMenus();
+    RestoreToolbarLayout();
     RestorePlacement(*this, settings_, sections::MDIForm);
     connect(area_, &QMdiArea::subWindowActivated, this, [this](QMdiSubWindow* window) {
         if (window != nullptr && window == calculationWindow_.data()) {
@@ -170,6 +173,23 @@ QAction* MainFrame::Action(const QString& key) const {
         }
     }
     return nullptr;
+}
+
+// Where the user moved the toolbar, kept in "toolbar.lyt".
+void MainFrame::RestoreToolbarLayout() {
+    std::string layout;
+    if (!toolbarLayoutFile_.empty() && ReadWholeFile(toolbarLayoutFile_, layout)) {
+        restoreState(QByteArray(layout.data(), static_cast<qsizetype>(layout.size())));
+    }
+}
+
+void MainFrame::SaveToolbarLayout() const {
+    if (!toolbarLayoutFile_.empty()) {
+        const QByteArray layout = saveState();
+        WriteFileAtomically(
+            toolbarLayoutFile_,
+            std::string_view(layout.constData(), static_cast<std::size_t>(layout.size())));
+    }
 }
 
 void MainFrame::RebuildRecentFiles() {
@@ -455,6 +475,7 @@ void MainFrame::closeEvent(QCloseEvent* event) {
         return;
     }
     SavePlacement(*this, settings_, sections::MDIForm);
+    SaveToolbarLayout();
     lifecycle_.Unload();
     event->accept();
 }

@@ -47,6 +47,7 @@ struct FrameSetup {
     DesktopChoices* Choices = nullptr;
     IniFileHandler Settings;
     std::filesystem::path ProjectsDirectory;
+    std::filesystem::path ToolbarLayoutFile; // "toolbar.lyt"; none to keep no layout
     PipeLibrary Library;
     char DecimalCharacter = '.';
 };
@@ -102,11 +103,14 @@ private:
     void OpenDataUnits();
     void ArrangeWindows(const QString& key);
     void SetRunning(bool running);
+    void RestoreToolbarLayout();
+    void SaveToolbarLayout() const;
 
     Project& project_;
     Dialogs& dialogs_;
     DesktopChoices& choices_;
     IniFileHandler settings_;
+    std::filesystem::path toolbarLayoutFile_;
     PipeLibrary library_;
     char decimalCharacter_;
     ScreenDispatcher screens_;

@@ -4,6 +4,7 @@
 
 #include <QFocusEvent>
 #include <QKeyEvent>
+#include <QTimer>
 
 namespace quench::gui {
 
@@ -116,6 +117,15 @@ void ValidatedField::keyPressEvent(QKeyEvent* event) {
 
 void ValidatedField::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
+    // The whole text is selected, so that typing replaces it; after a click as well, once the
+    // click has placed the cursor.
+    if (event->reason() != Qt::ActiveWindowFocusReason && event->reason() != Qt::PopupFocusReason) {
+        QTimer::singleShot(0, this, [this] {
+            if (hasFocus()) {
+                selectAll();
+            }
+        });
+    }
     emit StatusTextWanted(statusText_);
 }
 

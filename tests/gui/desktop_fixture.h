@@ -71,6 +71,7 @@ struct Desktop {
         setup.Choices = &Choices;
         setup.Settings = IniFileHandler(root / "QUENCH.ini");
         setup.ProjectsDirectory = root / "projects";
+        setup.ToolbarLayoutFile = root / "toolbar.lyt";
         setup.Library = LoadPipeLibrary(PipeLibraryPath(DataDirectory()));
         Frame = std::make_unique<gui::MainFrame>(std::move(setup));
         Frame->show();

@@ -11,6 +11,7 @@
 #include <QTabWidget>
 #include <QTableWidget>
 #include <QTest>
+#include <QToolBar>
 
 namespace quench {
 namespace {
@@ -146,6 +147,24 @@ TEST(MainFrame, AnAutoSaveSurvivesAKill) {
     EXPECT_EQ(next.Choices.TempTitles.front(),
               QString::fromStdString("Temporary File Detected:  " + file.string()));
     EXPECT_EQ(next.Model->CalculationData.CalculationComment, "Typed before the kill");
+}
+
+TEST(MainFrame, TheFrameAndItsToolbarComeBackWhereTheyWere) {
+    ScratchDirectory scratch;
+    {
+        Desktop first(scratch.Path());
+        QToolBar* toolbar = first.Frame->findChild<QToolBar*>("ActiveBar");
+        ASSERT_NE(toolbar, nullptr);
+        first.Frame->addToolBar(Qt::LeftToolBarArea, toolbar);
+        first.Frame->resize(700, 500); // inside the offscreen screen of 800 by 600
+        ASSERT_TRUE(first.Frame->close());
+    }
+    const IniFileHandler settings(scratch / "QUENCH.ini");
+    EXPECT_EQ(settings.MyGetAppProfileString("MDIForm", "Width", ""), std::to_string(700 * 15));
+    Desktop second(scratch.Path());
+    QToolBar* toolbar = second.Frame->findChild<QToolBar*>("ActiveBar");
+    EXPECT_EQ(second.Frame->toolBarArea(toolbar), Qt::LeftToolBarArea);
+    EXPECT_EQ(second.Frame->width(), 700);
 }
 
 TEST(MainFrame, ASecondFileDroppedIsRefused) {
