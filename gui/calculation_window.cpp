@@ -359,8 +359,7 @@ void CalculationWindow::FieldEdited(CalculationField field, const QString& text)
         return;
     }
     rules_.Edit(field, text.toLatin1().toStdString());
-    // The other imbalance field and the enabling do not change with a text; the field's own
-    // text may have been cut or emptied by the rules.
+    // The rules may have cut or emptied the text: the field shows what they kept.
     const QString kept = Latin1(rules_.Text(field));
     if (kept != fields_[field]->text()) {
         fields_[field]->SetTextQuietly(kept);
