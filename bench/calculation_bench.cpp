@@ -36,16 +36,22 @@ const PipeLibrary& Library() {
     return library;
 }
 
-std::unique_ptr<Project> SupplyProject(Shape shape, int pipes) {
+enum class Mode { Supply, Demand, DemandSized };
+
+std::unique_ptr<Project> ProjectFor(Mode mode, Shape shape, int pipes) {
     auto project = std::make_unique<Project>();
     NetworkGenerator generator(*project);
     generator.Build(SizedNetwork(shape, pipes));
-    generator.SupplyMode(60);
+    if (mode == Mode::Supply) {
+        generator.SupplyMode(60);
+    } else {
+        generator.DemandMode(7, 0.15f, mode == Mode::DemandSized);
+    }
     return project;
 }
 
-void SupplyRun(benchmark::State& state, Shape shape) {
-    const auto project = SupplyProject(shape, static_cast<int>(state.range(0)));
+void CalculationRun(benchmark::State& state, Mode mode, Shape shape) {
+    const auto project = ProjectFor(mode, shape, static_cast<int>(state.range(0)));
     long iterations = 0;
     long runs = 0;
     for (auto _ : state) {
@@ -67,17 +73,33 @@ void SupplyRun(benchmark::State& state, Shape shape) {
 }
 
 void SupplyTree(benchmark::State& state) {
-    SupplyRun(state, Shape::Tree);
+    CalculationRun(state, Mode::Supply, Shape::Tree);
 }
 void SupplyGrid(benchmark::State& state) {
-    SupplyRun(state, Shape::Grid);
+    CalculationRun(state, Mode::Supply, Shape::Grid);
+}
+void DemandTree(benchmark::State& state) {
+    CalculationRun(state, Mode::Demand, Shape::Tree);
+}
+void DemandGrid(benchmark::State& state) {
+    CalculationRun(state, Mode::Demand, Shape::Grid);
+}
+void DemandTreeSized(benchmark::State& state) {
+    CalculationRun(state, Mode::DemandSized, Shape::Tree);
+}
+void DemandGridSized(benchmark::State& state) {
+    CalculationRun(state, Mode::DemandSized, Shape::Grid);
 }
 BENCHMARK(SupplyTree)->Arg(40)->Arg(200)->Arg(1000)->Unit(benchmark::kMillisecond);
 BENCHMARK(SupplyGrid)->Arg(40)->Arg(200)->Arg(1000)->Unit(benchmark::kMillisecond);
+BENCHMARK(DemandTree)->Arg(40)->Arg(200)->Arg(1000)->Unit(benchmark::kMillisecond);
+BENCHMARK(DemandGrid)->Arg(40)->Arg(200)->Arg(1000)->Unit(benchmark::kMillisecond);
+BENCHMARK(DemandTreeSized)->Arg(40)->Arg(200)->Arg(1000)->Unit(benchmark::kMillisecond);
+BENCHMARK(DemandGridSized)->Arg(40)->Arg(200)->Arg(1000)->Unit(benchmark::kMillisecond);
 
 // One Newton step (matrix, elimination, damped correction, flows) on a solved network.
 void NewtonIteration(benchmark::State& state) {
-    const auto project = SupplyProject(Shape::Grid, static_cast<int>(state.range(0)));
+    const auto project = ProjectFor(Mode::Supply, Shape::Grid, static_cast<int>(state.range(0)));
     QuietDialogs dialogs;
     NoProgress progress;
     NoScreens screens;

@@ -71,6 +71,29 @@ public:
         project_.CalculationData.InflowResidualPressure1 = pressure;
     }
 
+    // Demand mode at a minimum pressure and a density; with sizing, every branch line pipe is
+    // left open to it within 20 ft/s and 10 psi per 100 ft.
+    void DemandMode(Single minimum, Single density, bool sized) {
+        CalculationData& data = project_.CalculationData;
+        data.DemandMode = 1;
+        data.SupplyMode = 0;
+        data.MinPressureAtHMDNode = minimum;
+        data.DesignDensity = density;
+        project_.SystemData.MinimumDesiredDensity = density;
+        if (!sized) {
+            return;
+        }
+        data.MaxWaterVelocity = 20;
+        data.MaxFrictionalLoss = 10;
+        for (int row = 2; row <= project_.NumberOfPipeRows; ++row) {
+            PipeRecord& pipe = project_.PipeRecord[static_cast<std::size_t>(row)];
+            if (pipe.Diameter == 2) {
+                pipe.Diameter = 0;
+                pipe.DiameterFixed = False;
+            }
+        }
+    }
+
 private:
     int Node(int line, int place) const { return 10 + line * places_ + place; }
 

@@ -15,9 +15,13 @@
 #include "core/si_tables.h"
 #include "core/text.h"
 #include "library/equivalent_length.h"
+#include "solver/autosizing.h"
 #include "solver/solve_network.h"
 
+#include <algorithm>
+#include <map>
 #include <unordered_map>
+#include <vector>
 
 namespace quench {
 
@@ -94,6 +98,7 @@ bool Calculation::CheckAndPrepare() {
     }
     context_.CalculationInProgress = true;
     StoreCalculationScreen(screen_, project);
+    context_.UpdateEstimatesOnOscillation = screen_.chkOscillationEstimate;
     if (project.InflowNode != 0) {
         project.CalculationData.SystemInflowNode = project.InflowNode;
     }
@@ -204,6 +209,39 @@ void Calculation::WriteEstimates() {
     context_.Screens.Send(screens::PipeData, screens::UpdatePressure);
 }
 
-void Calculation::WriteAutosizedDiameters() {}
+// The sizes found are written into the rows open to sizing, with their equivalent lengths.
+void Calculation::WriteAutosizedDiameters() {
+    Project& project = context_.Project;
+    const auto typed = [&project](const std::string& text) {
+        const double value = ToNumber(Trim(text));
+        return value == InflowNodeCode ? static_cast<double>(project.InflowNode) : value;
+    };
+    std::map<std::pair<double, double>, std::vector<int>> rowsOfPair;
+    for (int row = 1; row <= MaxPipes; ++row) {
+        const PipeRecord& input = project.PipeRecord[At(row)];
+        if (HasBothNodes(input) && !IsTrue(input.DiameterFixed)) {
+            const double begin = ToNumber(Trim(input.BegNode));
+            const double end = ToNumber(Trim(input.EndNode));
+            rowsOfPair[{std::min(begin, end), std::max(begin, end)}].push_back(row);
+        }
+    }
+    for (int pipe = 1; pipe <= project.NumberOfPipes; ++pipe) {
+        const CalcPipeRecord& record = project.CalcPipeRecord[At(pipe)];
+        if (!IsSizable(record)) {
+            continue;
+        }
+        const double begin = typed(record.BegNode);
+        const double end = typed(record.EndNode);
+        const auto rows = rowsOfPair.find({std::min(begin, end), std::max(begin, end)});
+        if (rows == rowsOfPair.end()) {
+            continue;
+        }
+        for (int row : rows->second) {
+            project.PipeRecord[At(row)].Diameter = static_cast<Single>(record.NominalDiameter);
+            RecalcEquivLength(project, context_.Library, row);
+        }
+    }
+    context_.Screens.Send(screens::PipeData, screens::UpdateAutoSizedDiameter);
+}
 
 } // namespace quench

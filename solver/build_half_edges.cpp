@@ -94,6 +94,29 @@ void LinkRows(HalfEdgeTable& edges) {
     }
 }
 
+// The K-factor text typed at each node: that of the end of the first active row at the node.
+void NodeKTexts(const Project& project, SolverState& state) {
+    state.NodeKText.assign(static_cast<std::size_t>(project.NumberOfNodes) + 1, std::string());
+    std::vector<bool> found(state.NodeKText.size(), false);
+    for (int row = 1; row <= MaxPipes; ++row) {
+        const WorkPipeRecord& work = project.WorkPipeRecord[static_cast<std::size_t>(row)];
+        if (!IsTrue(work.Active) || Trim(work.BegNode).empty() || Trim(work.EndNode).empty()) {
+            continue;
+        }
+        const PipeRecord& input = project.PipeRecord[static_cast<std::size_t>(row)];
+        const int positions[] = {state.Edges.PositionOf(NodeNumberOf(work.BegNode)),
+                                 state.Edges.PositionOf(NodeNumberOf(work.EndNode))};
+        const std::string* texts[] = {&input.KFactorB, &input.KFactorE};
+        for (int end = 0; end < 2; ++end) {
+            const auto position = static_cast<std::size_t>(positions[end]);
+            if (position != 0 && !found[position]) {
+                found[position] = true;
+                state.NodeKText[position] = Trim(*texts[end]);
+            }
+        }
+    }
+}
+
 } // namespace
 
 void BuildHalfEdges(const Project& project, SolverState& state) {
@@ -121,6 +144,7 @@ void BuildHalfEdges(const Project& project, SolverState& state) {
         first.FixedFlow = node.FixedFlow;
     }
     LinkRows(edges);
+    NodeKTexts(project, state);
     state.NodeKFactor.assign(static_cast<std::size_t>(project.NumberOfNodes) + 1, 0.0);
     state.NodeDensity.assign(static_cast<std::size_t>(project.NumberOfNodes) + 1, 0.0);
     for (int position = 1; position <= project.NumberOfNodes; ++position) {

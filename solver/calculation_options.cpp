@@ -1,6 +1,7 @@
 #include "solver/calculation_options.h"
 
 #include "solver/hydraulics.h"
+#include "solver/peaking.h"
 
 namespace quench {
 
@@ -50,7 +51,8 @@ void LoadCalculationOptions(const RunContext& context, SolverState& state) {
     options.Tolerance = options.UseMaximumTest ? data.MaximumNodePressureImbalance
                                                : data.AverageNodePressureImbalance;
     options.UseFlowImbalance = data.UseFlowImbalance != 0;
-    options.AutomaticPeaking = false; // peaking comes with the Demand-mode rounds
+    options.AutomaticPeaking = data.UseAutomaticPeaking != 0 && HasAreaGroups(project);
+    options.Autosize = context.AutosizeRequested && options.DemandMode;
     options.UseEstimates = data.UseResidualPressureEstimate != 0;
     options.DoNotIncreaseSize = data.DoNotIncreaseSize != 0;
     for (int code = 1; code <= LibraryMaterials; ++code) {

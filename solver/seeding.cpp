@@ -147,3 +147,82 @@ void BumpStartPressure(RunContext& context, SolverState& state) {
 }
 
 } // namespace quench
+
+namespace quench {
+
+namespace {
+
+constexpr double EstimatePower = 2.2;
+constexpr double EstimateScale = 0.01;
+
+// The largest nominal diameter of the pipes at each node position.
+std::vector<double> LargestDiameters(const Project& project, const SolverState& state) {
+    std::vector<double> largest(static_cast<std::size_t>(project.NumberOfNodes) + 1, 0.0);
+    const HalfEdgeTable& edges = state.Edges;
+    for (int row = 1; row <= edges.Count; ++row) {
+        const double nominal =
+            project.CalcPipeRecord[static_cast<std::size_t>(edges[row].Pipe)].NominalDiameter;
+        double& value = largest[static_cast<std::size_t>(edges[row].FromPosition)];
+        value = std::max(value, nominal);
+    }
+    return largest;
+}
+
+} // namespace
+
+void UpdateEstimates(RunContext& context, SolverState& state) {
+    Project& project = context.Project;
+    HalfEdgeTable& edges = state.Edges;
+    const bool demand = state.Options.DemandMode;
+    const double minimum = state.Options.MinimumResidual;
+    std::vector<double> estimate = LargestDiameters(project, state);
+    double ceiling = 0;
+    double top = 0;
+    for (int position = 1; position <= project.NumberOfNodes; ++position) {
+        const NodeRecord& node = project.NodeRecord[static_cast<std::size_t>(position)];
+        if (demand && node.Number == state.HmdNode) {
+            estimate[static_cast<std::size_t>(position)] =
+                minimum + SeedingHeadPerFoot * node.Elevation;
+        }
+        if (!demand && node.Number == FirstInflowNode) {
+            ceiling = EstimateScale * node.WorkPressure + SeedingHeadPerFoot * node.Elevation;
+        }
+        top = std::max(top, SeedingHeadPerFoot * node.Elevation);
+    }
+    for (int position = 1; position <= project.NumberOfNodes; ++position) {
+        const NodeRecord& node = project.NodeRecord[static_cast<std::size_t>(position)];
+        double& value = estimate[static_cast<std::size_t>(position)];
+        const bool supply = !demand && node.Number == FirstInflowNode;
+        if ((state.Options.UseEstimates && node.WorkPressure != 0) || supply) {
+            value = EstimateScale * node.WorkPressure + SeedingHeadPerFoot * node.Elevation;
+        } else {
+            value = minimum + (demand ? top : 0.0) + std::pow(value, EstimatePower);
+        }
+        if (!demand && !supply) {
+            value = value > ceiling ? ceiling - 1 : value;
+            value = std::max(value, 0.0);
+        }
+    }
+    for (int row = 1; row <= edges.Count; ++row) {
+        edges[row].FromHead = estimate[static_cast<std::size_t>(edges[row].FromPosition)];
+        if (edges[row].ToPosition != 0) {
+            edges[row].ToHead = estimate[static_cast<std::size_t>(edges[row].ToPosition)];
+        }
+    }
+    double sum = 0;
+    int sprinklers = 0;
+    for (int position = 1; position <= project.NumberOfNodes; ++position) {
+        const double kFactor = state.NodeKFactor[static_cast<std::size_t>(position)];
+        if (kFactor > 0) {
+            sum += kFactor;
+            ++sprinklers;
+        }
+    }
+    const int supply = edges.FirstRowOf(FirstInflowNode);
+    if (supply != 0 && sprinklers > 0) {
+        edges[supply].FixedFlow =
+            -1.1 * (sum / sprinklers) * sprinklers * std::pow(std::max(minimum, 0.0), 0.5);
+    }
+}
+
+} // namespace quench

@@ -13,4 +13,8 @@ void SeedHeads(RunContext& context, SolverState& state);
 // heads seeded again. Nothing while estimates are in use or above 32000 psi.
 void BumpStartPressure(RunContext& context, SolverState& state);
 
+// "Update Estimates In Case of Oscillation": every head rebuilt from the pipe sizes at the node,
+// and the supply's row given the whole demand at the minimum pressure plus ten percent.
+void UpdateEstimates(RunContext& context, SolverState& state);
+
 } // namespace quench

@@ -2,16 +2,21 @@
 
 #include "core/formats.h"
 #include "solver/apply_corrections.h"
+#include "solver/autosizing.h"
 #include "solver/build_half_edges.h"
 #include "solver/build_matrix.h"
 #include "solver/build_summary.h"
 #include "solver/calculation_options.h"
 #include "solver/copy_results.h"
+#include "solver/demand_rounds.h"
 #include "solver/density.h"
 #include "solver/device_check.h"
+#include "solver/hmd.h"
 #include "solver/hydraulics.h"
+#include "solver/peaking.h"
 #include "solver/seeding.h"
 #include "solver/solve_matrix.h"
+#include "solver/solve_phase.h"
 #include "solver/solver_messages.h"
 #include "solver/supply_mode.h"
 
@@ -28,29 +33,8 @@ constexpr float LimitAfterFirstSolution = 2000;
 constexpr float LimitOnRisingImbalance = 200;
 constexpr Integer RisingImbalanceCount = 99;
 constexpr double DensityShortfallTolerance = 0.0001;
-
-// The phases of a solve, in the order of the loop. A phase does its work and names the next.
-enum class Phase {
-    SetUp,            // resets, tables, options, seeding
-    PassHead,         // the sizing step when autosizing
-    Conductances,     // conductances from the current lengths
-    PassStart,        // cancel test, damping, a fresh iteration count
-    Iterate,          // Newton steps until converged or the soft limit
-    LeaveIteration,   // the solution into the tables
-    DeviceCheck,      // device lengths against their losses
-    AfterDevices,     // back for changed devices, or on to the rounds
-    HmdRound,         // Demand: choose the HMD node again
-    Peaking,          // the area group round
-    Retest,           // autosizing again, or the Demand re-test
-    CompleteSolution, // the iteration limit after a first solution, the target check
-    DensityCheck,     // Demand: the density loop
-    ConvergenceCheck, // back while not converged or short of density
-    Overshoot,        // Demand: a lower start when the HMD is over-pressured
-    Accept,           // the accepted solution and its closing tests
-    Close,            // the summary
-    Done,
-    Stop, // failed or cancelled: nothing accepted
-};
+constexpr double OvershootBand = 0.01;
+constexpr float PeakingStartPressure = 8.0f;
 
 class NetworkSolve {
 public:
@@ -75,7 +59,7 @@ private:
         case Phase::SetUp:
             return SetUp();
         case Phase::PassHead:
-            return Phase::Conductances;
+            return PassHead();
         case Phase::Conductances:
             ComputeConductances(project_, state_);
             return Phase::PassStart;
@@ -91,18 +75,26 @@ private:
             return AfterDevices();
         case Phase::HmdRound:
             state_.PassMark = false;
+            if (state_.Options.DemandMode && state_.DensityNode == 0) {
+                return quench::HmdRound(context_, state_);
+            }
             return Phase::Peaking;
         case Phase::Peaking:
-            return Phase::Retest;
+            return Peaking();
         case Phase::Retest:
-            return state_.Options.DemandMode ? Phase::CompleteSolution : Phase::ConvergenceCheck;
+            return state_.Options.DemandMode ? quench::Retest(context_, state_)
+                                             : Phase::ConvergenceCheck;
         case Phase::CompleteSolution:
             return CompleteSolution();
         case Phase::DensityCheck:
-            return Phase::ConvergenceCheck;
+            return state_.Options.DemandMode ? DensityLoop(context_, state_)
+                                             : Phase::ConvergenceCheck;
         case Phase::ConvergenceCheck:
             return ConvergenceCheck();
         case Phase::Overshoot:
+            if (state_.HmdResidual - state_.TargetPressure > OvershootBand) {
+                return quench::Overshoot(context_, state_);
+            }
             return Phase::Accept;
         case Phase::Accept:
             return Accept();
@@ -182,6 +174,7 @@ private:
         state_.Peaked = false;
         state_.HmdPressureRound = 0;
         state_.DensityFactor = 1.0f;
+        state_.HighWaterSet = false; // the highest pressure seen belongs to the target in force
         if (!state_.RestartFlag) {
             state_.DensityNode = 0;
             state_.HmdNode = 0;
@@ -191,6 +184,7 @@ private:
         state_.StartPressure = 0.1f;
         NoteInflowFlow();
         BuildHalfEdges(project_, state_);
+        BuildFittingTable(project_, state_);
         if (!state_.RestartFlag) {
             LoadCalculationOptions(context_, state_);
         }
@@ -201,6 +195,17 @@ private:
         BumpStartPressure(context_, state_);
         if (state_.Options.UseEstimates && !state_.RestartFlag) {
             SeedHeads(context_, state_);
+        }
+        if (state_.Options.DemandMode) {
+            // After a density restart the node that controls by density is the one held.
+            if (state_.RestartFlag && state_.DensityNode != 0) {
+                ApplyDensityNode(project_, state_);
+            } else {
+                PickFirstHmd(state_);
+            }
+            if (state_.DensityPressure == 0) {
+                SeedDensityPressure(project_, state_);
+            }
         }
         state_.InitialDamping = static_cast<Integer>(CInt(state_.Options.InitialDamping));
         state_.MinimumDamping = static_cast<Integer>(CInt(state_.Options.MinimumDamping));
@@ -229,6 +234,10 @@ private:
     Phase PassStart() {
         if (context_.CancelRequested == 1) {
             return Phase::Stop;
+        }
+        if (state_.PeakingOn && state_.TotalPasses < 1) {
+            state_.StartPressure = PeakingStartPressure;
+            SeedHeads(context_, state_);
         }
         state_.DampingFactor = state_.InitialDamping;
         ComputeConductances(project_, state_);
@@ -312,6 +321,7 @@ private:
         }
         context_.Progress.SetStatusText(state_.StatusText);
         CopyResults(project_, state_);
+        state_.SolvedOnce = true;
         state_.DeviceChanged = false;
         if (state_.HmdChanges > 102) {
             state_.HmdChanges = 31;
@@ -340,13 +350,50 @@ private:
 
     // Step 20.
     Phase AfterDevices() {
+        const bool autosize = state_.Options.Autosize;
         if (state_.DeviceChanged) {
-            return Phase::Conductances;
+            return autosize && state_.SizingChanged != 0 ? Phase::PassHead : Phase::Conductances;
         }
-        if (state_.Peaked) {
+        // Once sizing has nothing left to change, its closing solution goes on to the checks of a
+        // complete solution; while it still changes sizes the rounds lead back to it.
+        if (state_.Peaked || (autosize && state_.SizingChanged == 0 && !state_.PassMark)) {
             return Phase::CompleteSolution;
         }
         return Phase::HmdRound;
+    }
+
+    // Step 8: the sizing step; with nothing left to change, one closing solution.
+    Phase PassHead() {
+        if (!state_.Options.Autosize) {
+            return Phase::Conductances;
+        }
+        state_.SizingChanged = SizingStep(context_, state_) ? 1 : 0;
+        RefreshLengths(project_, state_);
+        if (state_.SizingChanged != 0) {
+            return Phase::Conductances;
+        }
+        ComputeConductances(project_, state_);
+        ComputeFlows(state_);
+        BuildMatrix(state_);
+        const MatrixOutcome outcome = SolveMatrix(context_, state_);
+        if (outcome == MatrixOutcome::ZeroPivot) {
+            return Phase::SetUp;
+        }
+        if (outcome == MatrixOutcome::Failed || !ApplyCorrections(context_, state_)) {
+            return Phase::Stop;
+        }
+        ComputeFlows(state_);
+        FindHmd(project_, state_);
+        CopyResults(project_, state_);
+        return Phase::DeviceCheck;
+    }
+
+    // Steps 22 and 23.
+    Phase Peaking() {
+        if (state_.PeakingOn) {
+            PeakingRound(context_, state_);
+        }
+        return state_.Options.Autosize ? Phase::PassHead : Phase::Retest;
     }
 
     // Step 26.
@@ -358,14 +405,15 @@ private:
         if (Cancelled()) {
             return Phase::Stop;
         }
-        return Phase::DensityCheck;
+        return state_.Options.DemandMode ? TargetCheck(context_, state_) : Phase::DensityCheck;
     }
 
     double DensityShortfall() const {
-        if (!state_.Options.DemandMode) {
+        const double lowest = state_.MinimumDensity;
+        if (!state_.Options.DemandMode || lowest == 0 || lowest == NoFlowingSprinkler) {
             return 0;
         }
-        return RequiredDensity(project_, false) - state_.MinimumDensity;
+        return RequiredDensity(project_, false) - lowest;
     }
 
     // Step 28.
@@ -388,14 +436,12 @@ private:
         }
         CopyResults(project_, state_);
         FindMinDensity(project_, state_);
-        return Phase::Close;
+        return state_.Options.DemandMode ? ClosingTests(context_, state_) : Phase::Close;
     }
 
     // Step 31.
     Phase Close() {
-        if (!state_.Options.DemandMode) {
-            FindLowestResidualNode(project_, state_);
-        }
+        FindHmd(project_, state_);
         BuildSummary(context_, state_);
         return Phase::Done;
     }

@@ -38,6 +38,7 @@ struct SolverOptions {
     bool AutomaticPeaking = false;
     bool UseEstimates = false;
     bool DoNotIncreaseSize = false;
+    bool Autosize = false; // pipes open to sizing, in Demand mode
     std::array<double, 11> TypeGroupMinimum{};
     std::array<double, 11> TypeGroupMaximum{};
 };
@@ -76,6 +77,7 @@ struct SolverState {
     // sprinklers off here, the next half-edge table restores them) and the density found.
     std::vector<double> NodeKFactor;
     std::vector<double> NodeDensity;
+    std::vector<std::string> NodeKText;   // the K-factor text of the node's pipe end, trimmed
     std::vector<FittingRow> FittingTable; // by pipe row
 
     SolverOptions Options;
@@ -91,6 +93,7 @@ struct SolverState {
     int Gauge = 0;
     bool RecoveryUsed = false;
     bool FirstSolutionDone = false;
+    bool SolvedOnce = false; // a solution has reached the tables, for the sizing step
     bool PassMark = false;
     bool DeviceChanged = false;
     std::string StatusText;
@@ -137,7 +140,6 @@ struct SolverState {
     float DensityFactor = 1.0f;
     Integer DensityRounds = 0;
     double LowestSeen = 0;
-    double LastStallDensity = -1;
     double MinimumDensity = 0;
 
     // Overshoot and the turning HMD.

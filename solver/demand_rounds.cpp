@@ -1,0 +1,458 @@
+#include "solver/demand_rounds.h"
+
+#include "solver/calculation_options.h"
+#include "solver/copy_results.h"
+#include "solver/density.h"
+#include "solver/flow_imbalance.h"
+#include "solver/hmd.h"
+#include "solver/hydraulics.h"
+#include "solver/seeding.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+namespace quench {
+
+namespace {
+
+constexpr double PressureSlack = 1E-06;
+constexpr double DensityTolerance = 0.0001;
+constexpr double TargetBand = 0.01;
+constexpr Long RoundCeiling = 32767;
+constexpr float FlipLimit = 2000;
+constexpr Integer FlipsToTurn = 10;
+constexpr Long CyclesBeforeNewStart = 4;
+constexpr Integer ChangesBeforeNewStart = 30;
+constexpr Long RoundsBeforeDensityPush = 40;
+constexpr float DensityPush = 1.01f;
+
+bool DensityRequired(const Project& project) {
+    return RequiredDensity(project, false) > 0;
+}
+
+void ShowStatus(RunContext& context, SolverState& state) {
+    std::string text = "finished meeting " + state.CriteriaWord + "imbalance criteria";
+    if (state.TotalPasses % 100 == 0) {
+        text += ", " + std::to_string(state.TotalPasses) + "+ iterations";
+    }
+    state.StatusText = text;
+    context.Progress.SetStatusText(text);
+}
+
+// A move of the HMD node: the count of changes and of flips between two nodes.
+void CountMove(RunContext& context, SolverState& state) {
+    context.Progress.SetPercentText("0.00%");
+    ++state.HmdChanges;
+    if (state.HmdNode == state.TwoAgoHmd) {
+        ++state.FlipCount;
+    } else if (state.AlternateHmd == 0 || state.AlternateHmd == state.HmdNode) {
+        ++state.FlipCount;
+        state.AlternateHmd = state.HmdNode;
+    } else {
+        state.FlipCount = 1;
+    }
+}
+
+// The density pressure of the HMD node by its own K text and area, then of all the flowing
+// sprinklers.
+void HmdDensityPressure(const Project& project, SolverState& state) {
+    const int position = state.Edges.PositionOf(state.HmdNode);
+    if (position != 0 && IsValidKText(state.NodeKText[static_cast<std::size_t>(position)])) {
+        const double kFactor =
+            KFactorOfText(project, state.NodeKText[static_cast<std::size_t>(position)]);
+        if (kFactor != 0) {
+            const double flow =
+                RequiredDensity(project, false) *
+                project.NodeRecord[static_cast<std::size_t>(position)].SprinklerArea / kFactor;
+            state.DensityPressure = flow * flow;
+        }
+    }
+    UpdateDensityPressure(project, state);
+    if (state.DensityPressure > state.Options.MinimumResidual) {
+        state.TargetPressure = state.DensityPressure;
+    }
+}
+
+// The sprinkler with the lowest residual pressure after CopyResults.
+void TakeLowestResidual(const Project& project, SolverState& state) {
+    double lowest = 32767;
+    int node = 0;
+    for (int position = 1; position <= project.NumberOfNodes; ++position) {
+        const NodeRecord& record = project.NodeRecord[static_cast<std::size_t>(position)];
+        const bool sprinkler = state.NodeKFactor[static_cast<std::size_t>(position)] != 0 ||
+                               state.NodeKText[static_cast<std::size_t>(position)] == "D";
+        if (sprinkler && record.ResidualPressure != 0 && record.ResidualPressure < lowest) {
+            lowest = record.ResidualPressure;
+            node = record.Number;
+        }
+    }
+    if (node == 0) {
+        return;
+    }
+    state.HmdResidual = lowest;
+    state.HmdNode = static_cast<Integer>(node);
+    state.LowestSeen = lowest;
+    if (lowest > state.Options.MinimumResidual) {
+        state.TargetPressure = lowest;
+    }
+}
+
+// The target set to the density pressure and the HMD node found again (the target check's fourth
+// test); Nothing when the HMD node holds.
+bool FollowDensityTarget(RunContext& context, SolverState& state, Phase& next) {
+    ++state.HmdPressureRound;
+    state.TargetPressure = state.DensityPressure;
+    state.HighWater = state.TargetPressure;
+    FindHmd(context.Project, state);
+    if (state.HmdResidual < state.HighWater && state.HmdPressureRound < RoundCeiling) {
+        ++state.HmdPressureRound;
+        next = state.PeakingOn ? Phase::Iterate
+               : state.Peaked  ? Phase::HmdRound
+                               : Phase::AfterDevices;
+        return true;
+    }
+    return false;
+}
+
+// The HMD node turning between two nodes while the target moves.
+bool TurnHmd(RunContext& context, SolverState& state, Phase& next) {
+    if (state.TurnCycles > CyclesBeforeNewStart) {
+        BumpStartPressure(context, state);
+        ApplyDensityNode(context.Project, state);
+    }
+    state.FlipCount =
+        state.HmdNode == state.TwoAgoHmd ? static_cast<Integer>(state.FlipCount + 1) : Integer{1};
+    if (state.FlipCount < FlipsToTurn) {
+        return false;
+    }
+    FindHmd(context.Project, state);
+    ++state.TurnCycles;
+    if (std::fabs(state.HmdResidual - state.TargetPressure) < TargetBand) {
+        next = Phase::SetUp;
+        return true;
+    }
+    if (state.TurnCycles > CyclesBeforeNewStart && state.OvershootRounds == 0) {
+        state.TurnCycles = 0;
+        BumpStartPressure(context, state);
+        state.StepBack = state.LastStart;
+        state.LastStart = state.StartPressure;
+        next = Phase::PassStart;
+        return true;
+    }
+    if (state.TurnCycles > CyclesBeforeNewStart) {
+        state.TurnCycles = 0;
+        state.StartPressure = state.LastStart - state.StartPressure;
+        SeedHeads(context, state);
+        if (state.OvershootRounds > 0 && context.UpdateEstimatesOnOscillation) {
+            UpdateEstimates(context, state);
+        }
+        next = Phase::PassStart;
+        return true;
+    }
+    return false;
+}
+
+bool AnyResidualBelow(const Project& project, double level) {
+    for (int position = 1; position <= project.NumberOfNodes; ++position) {
+        if (project.NodeRecord[static_cast<std::size_t>(position)].ResidualPressure < level) {
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+double LowestFlowingDensity(const Project& project) {
+    return LowestDensityNode(project).Density;
+}
+
+LowestDensity LowestDensityNode(const Project& project) {
+    LowestDensity lowest;
+    for (int position = 1; position <= project.NumberOfNodes; ++position) {
+        const NodeRecord& node = project.NodeRecord[static_cast<std::size_t>(position)];
+        if (node.Discharge > 0 && node.SprinklerArea > 0) {
+            const double density = node.Discharge / node.SprinklerArea;
+            if (lowest.Density == 0 || density < lowest.Density) {
+                lowest = {density, node.Number};
+            }
+        }
+    }
+    return lowest;
+}
+
+Phase HmdRound(RunContext& context, SolverState& state) {
+    Project& project = context.Project;
+    state.TwoAgoHmd = state.PreviousHmdNode;
+    state.PreviousHmdNode = state.HmdNode;
+    FindHmd(project, state);
+    if (!state.RestartFlag) {
+        UpdateDensityPressure(project, state);
+    }
+    ++state.TotalPasses;
+    ShowStatus(context, state);
+    const bool moved = state.HmdNode != state.PreviousHmdNode;
+    if (moved) {
+        CountMove(context, state);
+    }
+    if (state.HmdChanges > ChangesBeforeNewStart) {
+        state.HmdChanges = 0;
+        BumpStartPressure(context, state);
+        FindHmd(project, state);
+    }
+    if (state.FlipCount >= FlipsToTurn && state.HmdResidual < state.TargetPressure) {
+        ++state.FlipCycles;
+        context.IterationLimit = FlipLimit;
+    }
+    if (state.FlipCount >= FlipsToTurn && state.HmdResidual >= state.TargetPressure &&
+        state.NotConverged == 0) {
+        state.FlipCycles = 31000;
+    }
+    // A node that moved is solved for again, unless it keeps turning between two nodes.
+    if (moved && (state.FlipCount < FlipsToTurn || state.FlipCycles < CyclesBeforeNewStart)) {
+        return Phase::PassStart;
+    }
+    if (state.TargetPressure - state.HmdResidual > PressureSlack) {
+        BumpStartPressure(context, state);
+        state.FlipCount = 1;
+        state.HmdChanges = 1;
+        const double shortfall = state.TargetPressure - state.HmdResidual;
+        const bool growing = shortfall > state.LastShortfall || state.LastShortfall == 0;
+        state.LastShortfall = shortfall;
+        if (growing) {
+            return Phase::PassStart;
+        }
+    }
+    const int first = state.Edges.FirstRowOf(state.HmdNode);
+    if (first != 0) {
+        ComputeRowFlow(state.Edges[first], state.Conductance[static_cast<std::size_t>(first)]);
+    }
+    state.PreviousHmdResidual = state.HmdResidual;
+    if (!state.RestartFlag && DensityRequired(project)) {
+        FindMinDensity(project, state);
+        SwitchToDensityNode(project, state);
+        FindHmd(project, state);
+    }
+    if (state.DensityPressure <= state.HmdResidual) {
+        return Phase::Peaking;
+    }
+    if (state.TargetPressure > state.DensityPressure) {
+        state.DensityNode = 0;
+        state.HmdResidual = state.PreviousHmdResidual;
+        return Phase::Peaking;
+    }
+    if (state.DensityNode != 0) {
+        ApplyDensityNode(project, state);
+        return Phase::PassStart;
+    }
+    return Phase::Peaking;
+}
+
+Phase Retest(RunContext& context, SolverState& state) {
+    Project& project = context.Project;
+    if (state.DensityNode != 0) {
+        state.HmdLock = true;
+    }
+    if (!state.HighWaterSet) {
+        state.HighWater = state.TargetPressure;
+        state.HighWaterSet = true;
+    }
+    FindHmd(project, state);
+    const bool below =
+        state.HighWater - state.HmdResidual > PressureSlack && state.DensityNode == 0;
+    if (below || state.RepeatPending) {
+        ++state.HmdPressureRound;
+        state.RepeatPending = true;
+        if (state.TargetPressure - state.HmdResidual > PressureSlack) {
+            state.FlipCount = 1;
+            state.SecondLook = false;
+            return Phase::PassStart;
+        }
+        if (state.SecondLook) {
+            state.RepeatPending = false;
+            return Phase::AfterDevices;
+        }
+        state.SecondLook = true;
+        state.FlipCount = 1;
+        return Phase::PassStart;
+    }
+    if (state.DensityNode == 0) {
+        return Phase::CompleteSolution;
+    }
+    ++state.HmdPressureRound;
+    if (static_cast<float>(state.DensityPressure) > state.Options.MinimumResidual) {
+        state.TargetPressure = state.DensityPressure;
+    }
+    state.HighWater = state.TargetPressure;
+    FindHmd(project, state);
+    if (DensityRequired(project)) {
+        HmdDensityPressure(project, state);
+    }
+    CopyResults(project, state);
+    TakeLowestResidual(project, state);
+    return Phase::CompleteSolution;
+}
+
+Phase TargetCheck(RunContext& context, SolverState& state) {
+    Project& project = context.Project;
+    if (!(state.HighWater == 0 && state.HmdPressureRound != 0)) {
+        state.HighWater = state.TargetPressure;
+        if (state.Peaked) {
+            FindHmd(project, state);
+        }
+        if (state.HighWater - state.HmdResidual > PressureSlack && state.DensityNode == 0) {
+            ++state.HmdPressureRound;
+            if (state.Peaked) {
+                return Phase::HmdRound;
+            }
+            state.PassMark = true;
+            return Phase::AfterDevices;
+        }
+        Phase next = Phase::Stop;
+        if (state.DensityNode != 0 && !state.HmdLock) {
+            if (FollowDensityTarget(context, state, next)) {
+                return next;
+            }
+        } else if (state.HighWater - state.HmdResidual > PressureSlack && state.DensityNode != 0 &&
+                   state.HmdPressureRound < RoundCeiling) {
+            if (state.HmdNode != state.PreviousHmdNode && TurnHmd(context, state, next)) {
+                return next;
+            }
+            state.TwoAgoHmd = state.PreviousHmdNode;
+            state.PreviousHmdNode = state.HmdNode;
+            if (AnyResidualBelow(project, state.HighWater)) {
+                ++state.HmdPressureRound;
+                state.HmdLock = false;
+                state.DensityNode = 0;
+                if (FollowDensityTarget(context, state, next)) {
+                    return next;
+                }
+            }
+        }
+    }
+    if (state.LowestSeen != 0) {
+        state.HighWater = state.LowestSeen;
+    }
+    state.HighWater = std::max({state.HighWater, state.TargetPressure, state.PreviousHmdResidual});
+    FindHmd(project, state);
+    if (state.HmdResidual < state.HighWater) {
+        ++state.HmdPressureRound;
+        const bool estimates = state.Options.UseEstimates;
+        state.Options.UseEstimates = false;
+        if (state.HmdPressureRound > RoundsBeforeDensityPush) {
+            state.DensityFactor = DensityPush;
+            if (DensityRequired(project)) {
+                state.Options.UseEstimates = estimates;
+                return Phase::DensityCheck;
+            }
+            BumpStartPressure(context, state);
+        }
+        state.Options.UseEstimates = estimates;
+        if (state.Peaked) {
+            return Phase::HmdRound;
+        }
+    }
+    return DensityRequired(project) ? Phase::DensityCheck : Phase::ConvergenceCheck;
+}
+
+Phase DensityLoop(RunContext& context, SolverState& state) {
+    Project& project = context.Project;
+    const double required = RequiredDensity(project, false);
+    const double lowest = LowestFlowingDensity(project);
+    state.MinimumDensity = lowest == 0 ? NoFlowingSprinkler : lowest;
+    if (!(required - lowest <= DensityTolerance || lowest == 0)) {
+        return RaiseForDensity(context, state);
+    }
+    if (state.DensityPressure > state.Options.MinimumResidual &&
+        state.Options.MinimumResidual != 0) {
+        state.NotConverged = 0;
+    }
+    if (state.Options.UseFlowImbalance && state.NotConverged == 0) {
+        MeasureFlowImbalance(context, state);
+    }
+    state.HmdLock = false;
+    return Phase::ConvergenceCheck;
+}
+
+Phase RaiseForDensity(RunContext& context, SolverState& state) {
+    Project& project = context.Project;
+    const double required = RequiredDensity(project, false);
+    const double lowest = state.MinimumDensity == NoFlowingSprinkler ? 0.0 : state.MinimumDensity;
+    // A sprinkler's density follows the square root of its pressure: the pressure held rises (or
+    // falls) by the square of the density ratio, from the target at which the density was found.
+    const double ratio = lowest == 0 ? 1.0 : (required / lowest) * (required / lowest);
+    if (state.DensityRounds > 99 && lowest != 0) {
+        state.TargetPressure =
+            state.DensityFactor * (state.DensityRounds / 10.0) * ratio * state.TargetPressure;
+    } else if (lowest != 0) {
+        state.TargetPressure = state.DensityFactor * ratio * state.TargetPressure;
+        if (state.TargetPressure < state.Options.MinimumResidual) {
+            state.TargetPressure = state.Options.MinimumResidual;
+        }
+        ++state.DensityRounds;
+    }
+    state.DensityPressure = state.TargetPressure;
+    state.DensityFactor =
+        required != 0 && (required - lowest) / required < 0.05 ? 1.0f : DensityPush;
+    // The sprinkler with the lowest density is the one the new target is for: it is held next.
+    const LowestDensity node = LowestDensityNode(project);
+    if (node.Number != 0) {
+        state.DensityNode = static_cast<Integer>(node.Number);
+    }
+    state.RestartFlag = true;
+    if (state.Peaked) {
+        ApplyDensityNode(project, state);
+        return Phase::Iterate;
+    }
+    return Phase::SetUp;
+}
+
+Phase Overshoot(RunContext& context, SolverState& state) {
+    if (state.OvershootRounds == 0) {
+        state.FirstOvershootResidual = state.HmdResidual;
+    }
+    if (state.HmdResidual <= state.FirstOvershootResidual) {
+        state.BestHmdNode = state.HmdNode;
+    }
+    if (++state.OvershootRounds == 1) {
+        state.StepBack = state.StepBack - state.StartPressure;
+        state.LastStart = state.StartPressure;
+    }
+    state.StartPressure = state.StartPressure - state.StartPressure / 2;
+    state.LastStart = state.StartPressure;
+    SeedHeads(context, state);
+    if (state.StartBumps > 2) {
+        --state.StartBumps;
+    }
+    state.FlipCycles = 0;
+    return Phase::PassStart;
+}
+
+Phase ClosingTests(RunContext& context, SolverState& state) {
+    Project& project = context.Project;
+    const double required = RequiredDensity(project, false);
+    const double lowest = state.MinimumDensity;
+    const float minimum = state.Options.MinimumResidual;
+    const bool pressureGoverns =
+        minimum != 0 && (minimum <= 0 || std::fabs(minimum - state.HmdResidual) <= TargetBand);
+    // Density governs and the lowest density misses the required one, short or over: the target
+    // moves to meet it, the HMD choice and the density node kept.
+    if (!pressureGoverns && lowest != NoFlowingSprinkler &&
+        static_cast<float>(std::fabs(required - lowest)) > DensityTolerance && required > 0 &&
+        state.Options.DemandMode) {
+        return RaiseForDensity(context, state);
+    }
+    if (minimum > 0 && required > 0) {
+        if (lowest == NoFlowingSprinkler) {
+            CopyResults(project, state);
+            FindMinDensity(project, state);
+        }
+        if (static_cast<float>(state.HmdResidual) < minimum) {
+            return Phase::SetUp;
+        }
+    }
+    return Phase::Close;
+}
+
+} // namespace quench

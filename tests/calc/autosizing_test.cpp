@@ -1,0 +1,192 @@
+// Autosizing in Demand mode: each pipe open to sizing ends within the velocity and friction limits
+// at the flow it carries, a type group shares one size, fixed diameters stay, a maximum stops the
+// growth, and sizes never grow downstream when that is asked for.
+
+#include "core/formats.h"
+#include "solver/autosizing.h"
+#include "tests/support/network_checks.h"
+#include "tests/support/network_shapes.h"
+
+#include <cmath>
+
+#include <gtest/gtest.h>
+
+namespace quench {
+namespace {
+
+using namespace quench::testing;
+
+// The default library offers sizes from 2" (the smaller ones lack some fitting lengths). At 3 psi
+// per 100 ft a 2" pipe carries about 55 gpm: the first pipes of each branch line need more.
+constexpr double MaximumVelocity = 20; // ft/s
+constexpr double MaximumFriction = 3;  // psi per 100 ft
+
+void OpenToSizing(PipeRecord& row) {
+    row.Diameter = 0;
+    row.DiameterFixed = False;
+}
+
+// A cross main of 4" feeding four branch lines of five sprinklers; every branch pipe is open.
+void BuildSizedTree(Project& project) {
+    NetworkBuilder network(project);
+    ShapeOptions options;
+    options.FlowingBranchLines = 0;
+    options.FlowingPerLine = 0;
+    BuildTree(network, 4, 5, options);
+    network.DemandMode(7, 0.15f);
+    for (int row = 1; row <= project.NumberOfPipeRows; ++row) {
+        PipeRecord& pipe = project.PipeRecord[static_cast<std::size_t>(row)];
+        if (pipe.Diameter == options.BranchDiameter) {
+            OpenToSizing(pipe);
+        }
+    }
+    project.CalculationData.MaxWaterVelocity = MaximumVelocity;
+    project.CalculationData.MaxFrictionalLoss = MaximumFriction;
+}
+
+bool RunSized(Project& project, CalculationRun& run) {
+    run.Dialogs.Script(Answer::Yes);
+    return run.Calculate(project);
+}
+
+// Every pipe open to sizing meets both limits at the flow it carries.
+void ExpectWithinLimits(const Project& project) {
+    int sized = 0;
+    for (int pipe = 1; pipe <= project.NumberOfPipes; ++pipe) {
+        const CalcPipeRecord& record = project.CalcPipeRecord[static_cast<std::size_t>(pipe)];
+        if (!IsSizable(record)) {
+            continue;
+        }
+        ++sized;
+        const double flow = std::fabs(record.Flow);
+        EXPECT_LE(SizingVelocity(flow, record.InsideDiameter), MaximumVelocity)
+            << record.BegNode << "-" << record.EndNode;
+        EXPECT_LE(SizingFriction(flow, record.InsideDiameter, record.CFactor), MaximumFriction)
+            << record.BegNode << "-" << record.EndNode;
+    }
+    EXPECT_GT(sized, 0);
+}
+
+TEST(Autosizing, SizesMeetTheLimitsAndHoldWhenCalculatedAgain) {
+    Project project;
+    BuildSizedTree(project);
+    CalculationRun first;
+    ASSERT_TRUE(RunSized(project, first)) << first.Dialogs.LastText();
+    ExpectWithinLimits(project);
+
+    // The sizes are written into the rows that were open, with their equivalent lengths; the
+    // rows stay open (shown in red).
+    std::vector<Single> sizes;
+    for (int row = 1; row <= project.NumberOfPipeRows; ++row) {
+        const PipeRecord& pipe = project.PipeRecord[static_cast<std::size_t>(row)];
+        sizes.push_back(pipe.Diameter);
+        ASSERT_GT(pipe.Diameter, 0);
+        if (!IsTrue(pipe.DiameterFixed)) {
+            EXPECT_GE(pipe.TotalEquivLength, pipe.Length);
+        }
+    }
+    const double inflow = project.CalculationData.InflowResidualPressure;
+    const double balance =
+        std::fabs(MeasurePostedBalance(project, DefaultCValue).WorstNodeImbalance);
+    EXPECT_LE(balance, 0.01);
+
+    // Calculated again, the sizes are found afresh and come out the same.
+    CalculationRun second;
+    ASSERT_TRUE(RunSized(project, second)) << second.Dialogs.LastText();
+    for (int row = 1; row <= project.NumberOfPipeRows; ++row) {
+        EXPECT_EQ(project.PipeRecord[static_cast<std::size_t>(row)].Diameter,
+                  sizes[static_cast<std::size_t>(row - 1)]);
+    }
+    EXPECT_NEAR(project.CalculationData.InflowResidualPressure, inflow, 0.01);
+}
+
+TEST(Autosizing, FixedDiametersStayAndGroupsShareOneSize) {
+    Project project;
+    BuildSizedTree(project);
+    // The first pipe of each branch line is given by the user; the others form group 3.
+    std::vector<int> given;
+    for (int row = 1; row <= project.NumberOfPipeRows; ++row) {
+        PipeRecord& pipe = project.PipeRecord[static_cast<std::size_t>(row)];
+        if (IsTrue(pipe.DiameterFixed)) {
+            continue;
+        }
+        if (static_cast<int>(ToNumber(pipe.BegNode)) % 6 == 4) {
+            pipe.Diameter = 2.5;
+            pipe.DiameterFixed = True;
+            given.push_back(row);
+        } else {
+            pipe.TypeGroup = 3;
+        }
+    }
+    ASSERT_EQ(given.size(), 4u);
+    CalculationRun run;
+    ASSERT_TRUE(RunSized(project, run)) << run.Dialogs.LastText();
+    for (int row : given) {
+        EXPECT_EQ(project.PipeRecord[static_cast<std::size_t>(row)].Diameter, 2.5f);
+    }
+    double groupSize = 0;
+    for (int row = 1; row <= project.NumberOfPipeRows; ++row) {
+        const PipeRecord& pipe = project.PipeRecord[static_cast<std::size_t>(row)];
+        if (pipe.TypeGroup == 3) {
+            groupSize = groupSize == 0 ? pipe.Diameter : groupSize;
+            EXPECT_EQ(pipe.Diameter, groupSize);
+        }
+    }
+    EXPECT_GT(groupSize, 0);
+    ExpectWithinLimits(project);
+}
+
+TEST(Autosizing, AMaximumStopsTheGrowth) {
+    Project project;
+    BuildSizedTree(project);
+    project.CalculationData.TypeGroupMaxDiameter[0] = 2; // the first pipes would need more
+    CalculationRun run;
+    ASSERT_TRUE(RunSized(project, run)) << run.Dialogs.LastText();
+    for (int row = 1; row <= project.NumberOfPipeRows; ++row) {
+        const PipeRecord& pipe = project.PipeRecord[static_cast<std::size_t>(row)];
+        if (!IsTrue(pipe.DiameterFixed)) {
+            EXPECT_EQ(pipe.Diameter, 2.0f);
+        }
+    }
+}
+
+TEST(Autosizing, SizesDoNotGrowDownstreamWhenAsked) {
+    Project project;
+    BuildSizedTree(project);
+    // The last pipe of the first branch line is given a large size by the user.
+    PipeRecord& last = project.PipeRecord[6];
+    ASSERT_EQ(last.EndNode, "15");
+    last.Diameter = 4;
+    last.DiameterFixed = True;
+    project.CalculationData.DoNotIncreaseSize = True;
+    CalculationRun run;
+    ASSERT_TRUE(RunSized(project, run)) << run.Dialogs.LastText();
+    // Every open pipe on the way to it is at least as wide.
+    for (int row = 2; row <= 5; ++row) {
+        EXPECT_EQ(project.PipeRecord[static_cast<std::size_t>(row)].Diameter, 4.0f) << row;
+    }
+}
+
+TEST(Autosizing, BothLimitsOffGiveTheSmallestSizes) {
+    Project project;
+    NetworkBuilder network(project);
+    network.Pipe(10, 20, 10, 2);
+    OpenToSizing(network.Pipe(20, 30, 10, 0));
+    OpenToSizing(network.Pipe(30, 40, 10, 0));
+    network.Sprinkler(30, 5.6).Sprinkler(40, 5.6).Inflow(10).DemandMode(7);
+    project.CalculationData.TypeGroupMinDiameter[0] = 2.5;
+    project.CalculationData.MaxFrictionalLoss = 0;
+    project.CalculationData.MaxWaterVelocity = 0;
+    CalculationRun run;
+    run.Dialogs.Script(Answer::Yes);
+    // With neither limit the sizing question needs one of them.
+    EXPECT_FALSE(run.Calculate(project));
+    project.CalculationData.MaxWaterVelocity = 1000;
+    CalculationRun sized;
+    ASSERT_TRUE(RunSized(project, sized)) << sized.Dialogs.LastText();
+    EXPECT_EQ(project.PipeRecord[2].Diameter, 2.5f);
+    EXPECT_EQ(project.PipeRecord[3].Diameter, 2.5f);
+}
+
+} // namespace
+} // namespace quench
