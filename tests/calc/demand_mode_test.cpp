@@ -20,26 +20,8 @@ constexpr double K = 5.6;
 constexpr double OneInch = 1.049;
 constexpr double TwoInch = 2.067;
 
-double FrictionDrop(double flow, double insideDiameter, double length) {
-    const double conductance =
-        std::pow(120.0, 1.85) * std::pow(insideDiameter, 4.87) / 4.52 / length;
-    return std::pow(flow, 1.0 / 0.5405) / conductance;
-}
-
 double Discharge(double pressure) {
-    return K * std::sqrt(pressure);
-}
-
-// A branch line of four sprinklers on 1" pipe, 10 ft apart, fed from node 10.
-void BranchLine(NetworkBuilder& network) {
-    network.Pipe(10, 20, 10, 1);
-    network.Pipe(20, 30, 10, 1);
-    network.Pipe(30, 40, 10, 1);
-    network.Pipe(40, 50, 10, 1);
-    for (int node : {20, 30, 40, 50}) {
-        network.Sprinkler(node, K);
-    }
-    network.Inflow(10);
+    return SprinklerFlow(K, pressure);
 }
 
 // The classic hand method from a pressure at the last sprinkler: the pressures at 50, 40, 30, 20
@@ -76,7 +58,7 @@ void ExpectHandResult(const Project& project, const HandResult& hand) {
 TEST(DemandMode, TheMostRemoteSprinklerHoldsTheMinimumPressure) {
     Project project;
     NetworkBuilder network(project);
-    BranchLine(network);
+    BuildBranchLine(network);
     network.DemandMode(10);
     CalculationRun run(project);
     ASSERT_TRUE(run.Posted) << run.Dialogs.LastText();
@@ -93,7 +75,7 @@ TEST(DemandMode, DensityGovernsOverTheMinimumPressure) {
     // the minimum of 7.
     Project project;
     NetworkBuilder network(project);
-    BranchLine(network);
+    BuildBranchLine(network);
     for (int node : {20, 30, 40, 50}) {
         network.Area(node, 100);
     }
@@ -111,7 +93,7 @@ TEST(DemandMode, ADrySystemSharesTheAreaOfOperation) {
     // last time gives 150 ft² each; the factor 1.3 of a dry system only reaches the summary.
     Project project;
     NetworkBuilder network(project);
-    BranchLine(network);
+    BuildBranchLine(network);
     network.DemandMode(7, 0.1f);
     project.SystemData.AreaOfSprinklerOperation = 1500;
     project.SystemData.SprinklerSystemType = "Dry";
@@ -247,7 +229,7 @@ TEST(DemandMode, PeakingFlowsTheWorstGroupAndTheSprinklersOfNoGroup) {
 TEST(DemandMode, PeakingNeedsTwoDifferentGroups) {
     Project project;
     NetworkBuilder network(project);
-    BranchLine(network);
+    BuildBranchLine(network);
     for (int node : {10, 20, 30, 40, 50}) {
         network.Group(node, "A");
     }

@@ -84,26 +84,6 @@ TEST_P(DemandNetworks, TheLeastSupplyThatMeetsEveryRequirement) {
     ExpectDemandSound(project, shape.Minimum, shape.Density);
 }
 
-ShapeOptions Rising() {
-    ShapeOptions options;
-    options.ElevationPerRow = 1.5;
-    return options;
-}
-
-ShapeOptions LongMain() {
-    ShapeOptions options;
-    options.MainDiameter = 8;
-    options.RiserDiameter = 8;
-    return options;
-}
-
-ShapeOptions Meshed() {
-    ShapeOptions options;
-    options.CrossEvery = 3;
-    options.MainDiameter = 3;
-    return options;
-}
-
 ShapeOptions UnevenAreas() {
     ShapeOptions options;
     options.Area = 130;

@@ -6,6 +6,8 @@
 #include "calc/calculation.h"
 #include "solver/hydraulics.h"
 #include "tests/support/network_builder.h"
+#include "tests/support/network_checks.h"
+#include "tests/support/network_shapes.h"
 
 #include <cmath>
 
@@ -20,15 +22,8 @@ constexpr double K = 5.6;
 constexpr double OneInch = 1.049; // inside diameter of 1" Schedule 40
 constexpr double TwoInch = 2.067;
 
-// The drop of a C 120 pipe by the program's law, Q = (c·h)^0.5405, c = C^1.85·d^4.87/4.52/L.
-double FrictionDrop(double flow, double insideDiameter, double length) {
-    const double conductance =
-        std::pow(120.0, 1.85) * std::pow(insideDiameter, 4.87) / 4.52 / length;
-    return std::pow(flow, 1.0 / 0.5405) / conductance;
-}
-
 double Discharge(double pressure) {
-    return K * std::sqrt(pressure);
+    return SprinklerFlow(K, pressure);
 }
 
 TEST(SupplyMode, BranchLineOfFourSprinklersMatchesTheHandMethod) {
@@ -45,14 +40,8 @@ TEST(SupplyMode, BranchLineOfFourSprinklersMatchesTheHandMethod) {
 
     Project project;
     NetworkBuilder network(project);
-    network.Pipe(10, 20, 10, 1);
-    network.Pipe(20, 30, 10, 1);
-    network.Pipe(30, 40, 10, 1);
-    network.Pipe(40, 50, 10, 1);
-    for (int node : {20, 30, 40, 50}) {
-        network.Sprinkler(node, K);
-    }
-    network.Inflow(10).SupplyMode(supply);
+    BuildBranchLine(network);
+    network.SupplyMode(supply);
 
     CalculationRun run(project);
     ASSERT_TRUE(run.Posted) << run.Dialogs.LastText();

@@ -54,26 +54,6 @@ TEST_P(SupplyNetworks, PostedSolutionBalancesAndMatchesTheReference) {
     EXPECT_NEAR(project.CalculationData.InflowResidualPressure, 60, 1e-9);
 }
 
-ShapeOptions Rising() {
-    ShapeOptions options;
-    options.ElevationPerRow = 1.5;
-    return options;
-}
-
-ShapeOptions LongMain() {
-    ShapeOptions options;
-    options.MainDiameter = 8;
-    options.RiserDiameter = 8;
-    return options;
-}
-
-ShapeOptions Meshed() {
-    ShapeOptions options;
-    options.CrossEvery = 3;
-    options.MainDiameter = 3;
-    return options;
-}
-
 INSTANTIATE_TEST_SUITE_P(
     Shapes, SupplyNetworks,
     ::testing::Values(Shape{"Tree40", false, 5, 7, {}}, Shape{"Tree200", false, 20, 9, {}},

@@ -2,7 +2,7 @@
 // the message of the first check that fails, and nothing is posted.
 
 #include "calc/messages.h"
-#include "tests/support/network_builder.h"
+#include "tests/support/network_shapes.h"
 
 #include <functional>
 
@@ -13,18 +13,6 @@ namespace {
 
 using namespace quench::testing;
 
-// A sound branch line of four sprinklers, fed at 50 psi through node 10.
-void BuildBranchLine(NetworkBuilder& network) {
-    network.Pipe(10, 20, 10, 1);
-    network.Pipe(20, 30, 10, 1);
-    network.Pipe(30, 40, 10, 1);
-    network.Pipe(40, 50, 10, 1);
-    for (int node : {20, 30, 40, 50}) {
-        network.Sprinkler(node, 5.6);
-    }
-    network.Inflow(10).SupplyMode(50);
-}
-
 struct Expected {
     std::string Text;
     std::string Title = "";
@@ -33,7 +21,11 @@ struct Expected {
 
 class Validation : public ::testing::Test {
 protected:
-    Validation() : network_(project_) { BuildBranchLine(network_); }
+    // A sound branch line of four sprinklers, fed at 50 psi through node 10.
+    Validation() : network_(project_) {
+        BuildBranchLine(network_);
+        network_.SupplyMode(50);
+    }
 
     // The run stops at the expected message, the last one shown, and posts nothing.
     void ExpectRefused(const Expected& expected) {

@@ -1,7 +1,7 @@
 #include "core/atomic_write.h"
 #include "core/project_file.h"
 #include "tests/support/command_line.h"
-#include "tests/support/network_builder.h"
+#include "tests/support/network_shapes.h"
 #include "tests/support/scratch_directory.h"
 
 #include <filesystem>
@@ -19,14 +19,8 @@ std::filesystem::path WriteBranchLine(const ScratchDirectory& scratch, const std
                                       void (*change)(Project&) = nullptr) {
     const auto project = std::make_unique<Project>();
     NetworkBuilder network(*project);
-    network.Pipe(10, 20, 10, 1);
-    network.Pipe(20, 30, 10, 1);
-    network.Pipe(30, 40, 10, 1);
-    network.Pipe(40, 50, 10, 1);
-    for (int node : {20, 30, 40, 50}) {
-        network.Sprinkler(node, 5.6);
-    }
-    network.Inflow(10).SupplyMode(50);
+    BuildBranchLine(network);
+    network.SupplyMode(50);
     if (change != nullptr) {
         change(*project);
     }

@@ -1,7 +1,7 @@
 #include "solver/apply_corrections.h"
 #include "solver/hydraulics.h"
 #include "solver/seeding.h"
-#include "tests/support/scripted_dialogs.h"
+#include "tests/support/network_builder.h"
 
 #include <cmath>
 
@@ -89,15 +89,7 @@ TEST(Hydraulics, VelocityAndVelocityPressure) {
     EXPECT_NEAR(VelocityPressure(-100, 2.067), 0.001123 * 10000 / std::pow(2.067, 4), 1e-12);
 }
 
-struct Damping {
-    Project Model;
-    PipeLibrary Library;
-    testing::ScriptedDialogs Dialogs;
-    NoProgress Bar;
-    NoScreens Words;
-    RunContext Context{Model, Library, Dialogs, Bar, Words};
-    SolverState State;
-
+struct Damping : testing::SolverHarness {
     // One node with one row, whose correction the step applies.
     Damping() {
         Model.NumberOfNodes = 1;

@@ -1,7 +1,7 @@
 #include "solver/build_matrix.h"
 #include "solver/solve_matrix.h"
 #include "solver/sparse_matrix.h"
-#include "tests/support/scripted_dialogs.h"
+#include "tests/support/network_builder.h"
 
 #include <cmath>
 #include <random>
@@ -34,15 +34,7 @@ TEST(SparseMatrix, ElementsKeepColumnOrderAndZerosCreateNothing) {
     EXPECT_EQ(matrix.ElementCount(), 0);
 }
 
-struct Fixture {
-    Project Model;
-    PipeLibrary Library;
-    testing::ScriptedDialogs Dialogs;
-    NoProgress Bar;
-    NoScreens Words;
-    RunContext Context{Model, Library, Dialogs, Bar, Words};
-    SolverState State;
-
+struct Fixture : testing::SolverHarness {
     // A dense system as sparse rows, the right side in the column after the last.
     void Load(const std::vector<std::vector<double>>& a, const std::vector<double>& b) {
         const int n = static_cast<int>(b.size());

@@ -10,6 +10,8 @@
 #include "core/screens.h"
 #include "library/pipe_library.h"
 #include "library/pipe_library_file.h"
+#include "solver/run_context.h"
+#include "solver/solver_state.h"
 #include "tests/support/scratch_directory.h"
 #include "tests/support/scripted_dialogs.h"
 
@@ -78,6 +80,17 @@ struct CalculationRun {
         Posted = calculation.Calculate(screen);
         return Posted;
     }
+};
+
+// A solver's state and run context on an empty project and library, for tests of single steps.
+struct SolverHarness {
+    Project Model;
+    PipeLibrary Library;
+    ScriptedDialogs Dialogs;
+    NoProgress Bar;
+    NoScreens Words;
+    RunContext Context{Model, Library, Dialogs, Bar, Words};
+    SolverState State;
 };
 
 } // namespace quench::testing

@@ -13,6 +13,16 @@ double DefaultCValue(int material) {
     return material >= 1 && material <= LibraryMaterials ? library.Material(material).CValue : 120;
 }
 
+double FrictionDrop(double flow, double insideDiameter, double length) {
+    const double conductance =
+        std::pow(120.0, 1.85) * std::pow(insideDiameter, 4.87) / 4.52 / length;
+    return std::pow(flow, 1.0 / 0.5405) / conductance;
+}
+
+double SprinklerFlow(double kFactor, double pressure) {
+    return kFactor * std::sqrt(pressure);
+}
+
 double WorstSprinklerLawError(const Project& project) {
     double worst = 0;
     for (int row = 1; row <= project.NumberOfNodes; ++row) {

@@ -17,6 +17,11 @@ struct Agreement {
     bool Converged = false;
 };
 
+// Hand arithmetic: the drop of a C 120 pipe carrying a flow by the program's law
+// Q = (c·h)^0.5405 with c = C^1.85·d^4.87/4.52/L, and a sprinkler's flow K·√P.
+double FrictionDrop(double flow, double insideDiameter, double length);
+double SprinklerFlow(double kFactor, double pressure);
+
 // The largest difference between a posted sprinkler discharge and K·√P at its posted pressure.
 double WorstSprinklerLawError(const Project& project);
 

@@ -26,6 +26,37 @@ void Sprinklers(NetworkBuilder& network, int node, int row, int rows, int place,
 
 } // namespace
 
+ShapeOptions Rising() {
+    ShapeOptions options;
+    options.ElevationPerRow = 1.5;
+    return options;
+}
+
+ShapeOptions LongMain() {
+    ShapeOptions options;
+    options.MainDiameter = 8;
+    options.RiserDiameter = 8;
+    return options;
+}
+
+ShapeOptions Meshed() {
+    ShapeOptions options;
+    options.CrossEvery = 3;
+    options.MainDiameter = 3;
+    return options;
+}
+
+void BuildBranchLine(NetworkBuilder& network) {
+    network.Pipe(10, 20, 10, 1);
+    network.Pipe(20, 30, 10, 1);
+    network.Pipe(30, 40, 10, 1);
+    network.Pipe(40, 50, 10, 1);
+    for (int node : {20, 30, 40, 50}) {
+        network.Sprinkler(node, 5.6);
+    }
+    network.Inflow(10);
+}
+
 int LatticeNode(int row, int column, int columns) {
     return 10 + row * columns + column;
 }

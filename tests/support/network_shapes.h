@@ -24,6 +24,16 @@ struct ShapeOptions {
     int FlowingPerLine = 8;     // on those lines, the farthest sprinklers that flow; 0 for all
 };
 
+// Presets: floors rising 1.5 ft a branch line; an 8" main and riser for the largest shapes; branch
+// lines joined every third column with 3" mains.
+ShapeOptions Rising();
+ShapeOptions LongMain();
+ShapeOptions Meshed();
+
+// A branch line of four K 5.6 sprinklers at nodes 20 to 50 on 1" pipe 10 ft apart, fed from node
+// 10, the inflow.
+void BuildBranchLine(NetworkBuilder& network);
+
 // The node number of a place in the lattice of a shape.
 int LatticeNode(int row, int column, int columns);
 
