@@ -162,7 +162,7 @@ void Calculation::RunCalculation() {
     PostResults();
 }
 
-// Steps 13 to 17: the pressures and sizes back into the rows, the results on the screen.
+// The pressures and sizes back into the rows, the results on the screen.
 void Calculation::PostResults() {
     Project& project = context_.Project;
     Progress& progress = context_.Progress;

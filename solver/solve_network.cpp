@@ -167,7 +167,7 @@ private:
         context_.Progress.SetGauge(value);
     }
 
-    // Steps 2 to 7: the solve's start, also after a density restart or the zero-pivot recovery.
+    // The solve's start, also after a density restart or after a zero pivot.
     Phase SetUp() {
         state_.StartBumps = 0;
         state_.DensityRounds = 0;
@@ -230,7 +230,7 @@ private:
         }
     }
 
-    // Steps 10 and 11.
+    // A new pass: cancel, the start of peaking, damping and a fresh count of iterations.
     Phase PassStart() {
         if (context_.CancelRequested == 1) {
             return Phase::Stop;
@@ -260,7 +260,7 @@ private:
         context_.Progress.ShowIteration(row);
     }
 
-    // Steps 12 to 16: Newton steps until the solve is within tolerance (past the third step) or
+    // Newton steps until the solve is within tolerance (past the third step) or
     // the soft limit is reached.
     Phase Iterate() {
         for (;;) {
@@ -306,7 +306,7 @@ private:
         state_.LastMaximumImbalance = state_.MaximumImbalance;
     }
 
-    // Steps 17 and 18.
+    // The solution leaves the iteration for the tables.
     Phase LeaveIteration() {
         SetGauge(50);
         if (state_.Options.DemandMode) {
@@ -339,7 +339,7 @@ private:
         return false;
     }
 
-    // Step 19.
+    // The devices against their losses.
     Phase DeviceCheck() {
         if (!HasDeviceCheckRows()) {
             return Phase::HmdRound;
@@ -348,7 +348,7 @@ private:
         return Phase::AfterDevices;
     }
 
-    // Step 20.
+    // Back for devices whose length changed, or on to the rounds.
     Phase AfterDevices() {
         const bool autosize = state_.Options.Autosize;
         if (state_.DeviceChanged) {
@@ -362,7 +362,7 @@ private:
         return Phase::HmdRound;
     }
 
-    // Step 8: the sizing step; with nothing left to change, one closing solution.
+    // The sizing step; with nothing left to change, one closing solution.
     Phase PassHead() {
         if (!state_.Options.Autosize) {
             return Phase::Conductances;
@@ -388,7 +388,7 @@ private:
         return Phase::DeviceCheck;
     }
 
-    // Steps 22 and 23.
+    // Peaking, then sizing again or the re-test of the HMD node.
     Phase Peaking() {
         if (state_.PeakingOn) {
             PeakingRound(context_, state_);
@@ -396,7 +396,7 @@ private:
         return state_.Options.Autosize ? Phase::PassHead : Phase::Retest;
     }
 
-    // Step 26.
+    // A complete solution: the iteration limit for the passes after it, the target check.
     Phase CompleteSolution() {
         if (!(state_.FirstSolutionDone && context_.IterationLimitTyped)) {
             context_.IterationLimit = LimitAfterFirstSolution;
@@ -416,7 +416,7 @@ private:
         return RequiredDensity(project_, false) - lowest;
     }
 
-    // Step 28.
+    // Back for another pass while not converged or short of density.
     Phase ConvergenceCheck() {
         if ((state_.Options.DemandMode && DensityShortfall() > DensityShortfallTolerance) ||
             state_.MaximumImbalance > state_.Options.Tolerance) {
@@ -429,7 +429,7 @@ private:
         return state_.Options.DemandMode ? Phase::Overshoot : Phase::Accept;
     }
 
-    // Step 30.
+    // The accepted solution into the tables, then its closing tests.
     Phase Accept() {
         if (!state_.Options.DemandMode) {
             FindLowestResidual(project_, state_);
@@ -439,7 +439,7 @@ private:
         return state_.Options.DemandMode ? ClosingTests(context_, state_) : Phase::Close;
     }
 
-    // Step 31.
+    // The HMD node of the solution and the summary.
     Phase Close() {
         FindHmd(project_, state_);
         BuildSummary(context_, state_);
