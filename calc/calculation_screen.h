@@ -1,8 +1,9 @@
 #pragma once
 
-// The Calculation screen as the run reads it: the texts of its fields and the state of its
-// options and check boxes. The desktop fills it from its widgets; the command line fills it from
-// the stored settings the way the screen shows them when it loads.
+// The Calculation screen as the run reads it: the texts of its fields, in US units, and the state
+// of its options and check boxes. The desktop fills it from its widgets (a project shown in SI has
+// its measured fields turned to US units first); the command line fills it from the stored
+// settings the way the screen shows them when it loads.
 
 #include "core/project.h"
 

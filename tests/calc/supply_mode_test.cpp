@@ -236,6 +236,33 @@ TEST(SupplyMode, ResultsArePostedBackIntoTheRows) {
     EXPECT_TRUE(dry);
 }
 
+TEST(SupplyMode, ASecondSupplyFeedsTheOtherEnd) {
+    // A line of sprinklers fed at both ends at 30 psi: by symmetry each supply delivers half and
+    // the middle sprinkler is fed from both sides.
+    Project project;
+    NetworkBuilder network(project);
+    network.Pipe(10, 20, 10, 1);
+    network.Pipe(20, 30, 10, 1);
+    network.Pipe(30, 40, 10, 1);
+    network.Pipe(40, 50, 10, 1);
+    network.Sprinkler(20, K).Sprinkler(30, K).Sprinkler(40, K);
+    network.Inflow(10).SupplyMode(30);
+    project.CalculationData.SecondInflowNode = 50;
+    project.CalculationData.InflowResidualPressure2 = 30;
+    CalculationRun run(project);
+    ASSERT_TRUE(run.Posted) << run.Dialogs.LastText();
+    EXPECT_NEAR(NodeOf(project, 50).ResidualPressure, 30, 1e-9);
+    EXPECT_NEAR(NodeOf(project, 20).ResidualPressure, NodeOf(project, 40).ResidualPressure, 0.005);
+    const double total = NodeOf(project, 20).Discharge + NodeOf(project, 30).Discharge +
+                         NodeOf(project, 40).Discharge;
+    EXPECT_NEAR(project.CalculationData.InflowFlow, total / 2, 0.01);
+    // A second supply below the network's pressure takes no water from it.
+    project.CalculationData.InflowResidualPressure2 = 5;
+    CalculationRun lower(project);
+    ASSERT_TRUE(lower.Posted) << lower.Dialogs.LastText();
+    EXPECT_NEAR(project.CalculationData.InflowFlow, project.CalculationData.SprinklerFlow, 0.01);
+}
+
 struct CancellingProgress final : Progress {
     int Yields = 0;
     bool Yield() override { return ++Yields >= 2; }
