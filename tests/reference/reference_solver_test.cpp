@@ -83,6 +83,23 @@ TEST(ReferenceSolver, SprinklerAtNegativePressureDoesNotFlow) {
     EXPECT_NEAR(solution.InflowFlow, solution.Discharge.at(2), 1e-7);
 }
 
+TEST(ReferenceSolver, DeadEndBranchesCarryNothingAndStandLevel) {
+    // Node 3 and the branch 4-5 beyond it take no water: their pipes carry nothing and their
+    // heads equal node 2's; node 5 stands 10 ft up, so its pressure is 4.33 psi lower.
+    ReferenceNetwork network;
+    network.Inflow = 1;
+    network.Nodes = {
+        {1, 0, 0, 0, 0}, {2, 0, 5.6, 0, 0}, {3, 0, 0, 0, 0}, {4, 0, 0, 0, 0}, {5, 10, 0, 0, 0}};
+    network.Links = {Pipe(1, 2, 10), Pipe(2, 3, 10), Pipe(3, 4, 10), Pipe(4, 5, 10)};
+    const DemandSolution demand = SolveDemand(network, {7, 0});
+    ASSERT_TRUE(demand.Converged);
+    const double flow = 5.6 * std::sqrt(7.0);
+    EXPECT_NEAR(demand.InflowResidual, 7 + Drop(flow, Conductance(120, 1.049, 10)), 1e-7);
+    EXPECT_EQ(demand.Solution.LinkFlow[3], 0);
+    EXPECT_NEAR(demand.Solution.Residual.at(4), 7, 1e-9);
+    EXPECT_NEAR(demand.Solution.Residual.at(5), 7 - 4.33, 1e-9);
+}
+
 TEST(ReferenceSolver, LargeGridBalancesEveryNode) {
     // A 30 × 30 grid of sprinklers fed at one corner: every node's flows must sum to zero.
     ReferenceNetwork network;

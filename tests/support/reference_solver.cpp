@@ -39,39 +39,91 @@ public:
         if (!index_.count(network.Inflow)) {
             throw std::invalid_argument("inflow node not in the network");
         }
-        BuildGroups();
-        BuildPattern();
         flows_.assign(network.Links.size(), 1.0);
         emitterFlows_.resize(network.Nodes.size());
         emitterOpen_.assign(network.Nodes.size(), true);
         for (std::size_t i = 0; i < network.Nodes.size(); ++i) {
             emitterFlows_[i] = network.Nodes[i].KFactor * std::sqrt(10.0);
         }
+        Rebuild();
     }
 
     ReferenceSolution Solve(double inflowResidual) {
         const auto& inflow = network_.Nodes[static_cast<std::size_t>(index_.at(network_.Inflow))];
         const double inflowHead = inflowResidual + ElevationHead * inflow.Elevation;
-        fixedBase_ =
-            inflowHead - grouping_.Offset[static_cast<std::size_t>(index_.at(network_.Inflow))];
         ReferenceSolution solution;
         // A sprinkler at negative pressure does not flow: close it and solve again.
         for (int round = 0; round < 50; ++round) {
+            fixedBase_ =
+                inflowHead - grouping_.Offset[static_cast<std::size_t>(index_.at(network_.Inflow))];
             solution.Converged = Iterate(solution.Iterations);
             if (!CloseNegativeEmitters()) {
                 break;
             }
+            Rebuild();
         }
         Report(solution);
         return solution;
     }
 
 private:
+    void Rebuild() {
+        Prune();
+        BuildGroups();
+        BuildPattern();
+    }
+
+    bool IsConnection(const ReferenceLink& link) const {
+        return link.IsDevice || IsPipeWithFlow(link);
+    }
+
+    bool HasDemand(std::size_t node) const {
+        const auto& data = network_.Nodes[node];
+        return data.FixedFlow != 0 || (data.KFactor > 0 && emitterOpen_[node]);
+    }
+
+    // Dead ends that take no water carry no flow: they are taken out of the equations, which
+    // a zero flow would leave without a slope, and their heads follow their neighbours'.
+    void Prune() {
+        liveNode_.assign(network_.Nodes.size(), true);
+        liveLink_.assign(network_.Links.size(), false);
+        for (std::size_t l = 0; l < network_.Links.size(); ++l) {
+            liveLink_[l] = IsConnection(network_.Links[l]);
+        }
+        const auto inflow = static_cast<std::size_t>(index_.at(network_.Inflow));
+        for (bool changed = true; changed;) {
+            changed = false;
+            std::vector<int> degree(network_.Nodes.size(), 0);
+            for (std::size_t l = 0; l < network_.Links.size(); ++l) {
+                if (liveLink_[l]) {
+                    ++degree[static_cast<std::size_t>(index_.at(network_.Links[l].From))];
+                    ++degree[static_cast<std::size_t>(index_.at(network_.Links[l].To))];
+                }
+            }
+            for (std::size_t n = 0; n < network_.Nodes.size(); ++n) {
+                if (liveNode_[n] && n != inflow && degree[n] <= 1 && !HasDemand(n)) {
+                    liveNode_[n] = false;
+                    changed = true;
+                }
+            }
+            for (std::size_t l = 0; l < network_.Links.size(); ++l) {
+                const auto& link = network_.Links[l];
+                if (liveLink_[l] && (!liveNode_[static_cast<std::size_t>(index_.at(link.From))] ||
+                                     !liveNode_[static_cast<std::size_t>(index_.at(link.To))])) {
+                    liveLink_[l] = false;
+                }
+            }
+        }
+    }
+
     void BuildGroups() {
         const std::size_t count = network_.Nodes.size();
         // Distance from the inflow orients each device: its upstream end is the nearer one.
         std::vector<std::vector<std::pair<int, int>>> adjacency(count);
         for (std::size_t l = 0; l < network_.Links.size(); ++l) {
+            if (!liveLink_[l]) {
+                continue;
+            }
             const int a = index_.at(network_.Links[l].From);
             const int b = index_.at(network_.Links[l].To);
             adjacency[static_cast<std::size_t>(a)].push_back({b, static_cast<int>(l)});
@@ -95,8 +147,9 @@ private:
         grouping_.GroupOf.assign(count, -1);
         grouping_.Offset.assign(count, 0.0);
         int groups = 0;
+        grouping_.Unknowns = 0;
         for (std::size_t start = 0; start < count; ++start) {
-            if (grouping_.GroupOf[start] >= 0) {
+            if (grouping_.GroupOf[start] >= 0 || !liveNode_[start]) {
                 continue;
             }
             grouping_.GroupOf[start] = groups;
@@ -131,19 +184,23 @@ private:
         }
     }
 
+    // -1 for the inflow's group, whose head is given; -2 for a node taken out as a dead end.
     int UnknownOfNode(int nodeIndex) const {
-        return grouping_.UnknownOf[static_cast<std::size_t>(
-            grouping_.GroupOf[static_cast<std::size_t>(nodeIndex)])];
+        const int group = grouping_.GroupOf[static_cast<std::size_t>(nodeIndex)];
+        return group < 0 ? -2 : grouping_.UnknownOf[static_cast<std::size_t>(group)];
     }
 
-    bool IsActivePipe(const ReferenceLink& link) const {
+    static bool IsPipeWithFlow(const ReferenceLink& link) {
         return !link.IsDevice && link.Length > 0 && link.InsideDiameter > 0 && link.CFactor > 0;
     }
 
+    bool IsActivePipe(std::size_t l) const { return liveLink_[l] && !network_.Links[l].IsDevice; }
+
     void BuildPattern() {
         std::vector<std::pair<int, int>> edges;
-        for (const auto& link : network_.Links) {
-            if (!IsActivePipe(link)) {
+        for (std::size_t l = 0; l < network_.Links.size(); ++l) {
+            const auto& link = network_.Links[l];
+            if (!IsActivePipe(l)) {
                 continue;
             }
             const int a = UnknownOfNode(index_.at(link.From));
@@ -201,7 +258,7 @@ private:
         std::vector<double> rhs(static_cast<std::size_t>(grouping_.Unknowns), 0.0);
         for (std::size_t l = 0; l < network_.Links.size(); ++l) {
             const auto& link = network_.Links[l];
-            if (!IsActivePipe(link)) {
+            if (!IsActivePipe(l)) {
                 continue;
             }
             const int from = index_.at(link.From);
@@ -261,7 +318,7 @@ private:
         double change = 0; // the largest change of a flow, gpm
         for (std::size_t l = 0; l < network_.Links.size(); ++l) {
             const auto& link = network_.Links[l];
-            if (!IsActivePipe(link)) {
+            if (!IsActivePipe(l)) {
                 continue;
             }
             const int from = index_.at(link.From);
@@ -304,9 +361,10 @@ private:
     }
 
     void Report(ReferenceSolution& solution) const {
+        const std::vector<double> heads = AllHeads();
         for (std::size_t n = 0; n < network_.Nodes.size(); ++n) {
             const auto& node = network_.Nodes[n];
-            const double head = NodeHead(static_cast<int>(n), bases_);
+            const double head = heads[n];
             const double residual = head - ElevationHead * node.Elevation;
             solution.Head[node.Number] = head;
             solution.Residual[node.Number] = residual;
@@ -318,7 +376,7 @@ private:
         solution.LinkFlow.assign(network_.Links.size(), 0.0);
         for (std::size_t l = 0; l < network_.Links.size(); ++l) {
             const auto& link = network_.Links[l];
-            if (IsActivePipe(link)) {
+            if (IsActivePipe(l)) {
                 const double drop = solution.Head.at(link.From) - solution.Head.at(link.To);
                 const double magnitude =
                     std::pow(Conductance(link) * std::fabs(drop), FlowExponent);
@@ -327,6 +385,32 @@ private:
         }
         FillDeviceFlows(solution);
         solution.InflowFlow = OutflowOf(network_.Inflow, solution, true);
+    }
+
+    // Heads of the solved nodes, and of the dead ends, which stand level with their neighbours.
+    std::vector<double> AllHeads() const {
+        std::vector<double> heads(network_.Nodes.size(), 0.0);
+        std::vector<bool> known(network_.Nodes.size(), false);
+        for (std::size_t n = 0; n < network_.Nodes.size(); ++n) {
+            if (liveNode_[n]) {
+                heads[n] = NodeHead(static_cast<int>(n), bases_);
+                known[n] = true;
+            }
+        }
+        for (bool changed = true; changed;) {
+            changed = false;
+            for (const auto& link : network_.Links) {
+                const auto from = static_cast<std::size_t>(index_.at(link.From));
+                const auto to = static_cast<std::size_t>(index_.at(link.To));
+                if (known[from] != known[to]) {
+                    const std::size_t unknown = known[from] ? to : from;
+                    heads[unknown] = heads[known[from] ? from : to];
+                    known[unknown] = true;
+                    changed = true;
+                }
+            }
+        }
+        return heads;
     }
 
     // The flow leaving a node through pipes, sprinklers and fixed flows.
@@ -395,6 +479,8 @@ private:
     std::vector<double> flows_;
     std::vector<double> emitterFlows_;
     std::vector<bool> emitterOpen_;
+    std::vector<bool> liveNode_;
+    std::vector<bool> liveLink_;
     std::vector<double> bases_;
     double fixedBase_ = 0;
 };
