@@ -69,6 +69,19 @@ void HoldHmdNode(SolverState& state, int number, double pressure) {
     }
 }
 
+int LowestSprinklerBelow(const SolverState& state, double pressure) {
+    const HalfEdgeTable& edges = state.Edges;
+    int node = 0;
+    for (int row = 1; row <= edges.Count; ++row) {
+        const HalfEdge& edge = edges[row];
+        if (edge.KFactor > 0 && edge.FromNode != FirstInflowNode && edge.Residual < pressure) {
+            node = edge.FromNode;
+            pressure = edge.Residual;
+        }
+    }
+    return node;
+}
+
 void PickFirstHmd(SolverState& state) {
     const HalfEdgeTable& edges = state.Edges;
     int supply = 0;

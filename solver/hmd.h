@@ -19,6 +19,9 @@ void SetNodeHead(SolverState& state, int number, double residual);
 void HoldHmdNode(SolverState& state, int number, double pressure);
 
 // The first guess: a dead-end sprinkler far from the supply.
+// The flowing sprinkler at the lowest residual pressure below the given one, 0 when none is.
+int LowestSprinklerBelow(const SolverState& state, double pressure);
+
 void PickFirstHmd(SolverState& state);
 
 // Demand mode: the sprinkler with the lowest residual more than 0.01 below the target becomes the

@@ -35,6 +35,7 @@ constexpr Integer RisingImbalanceCount = 99;
 constexpr double DensityShortfallTolerance = 0.0001;
 constexpr double OvershootBand = 0.01;
 constexpr float PeakingStartPressure = 8.0f;
+constexpr int MaximumLevelSwitches = 100;
 
 class NetworkSolve {
 public:
@@ -436,7 +437,31 @@ private:
         }
         CopyResults(project_, state_);
         FindMinDensity(project_, state_);
-        return state_.Options.DemandMode ? ClosingTests(context_, state_) : Phase::Close;
+        if (!state_.Options.DemandMode) {
+            return Phase::Close;
+        }
+        const Phase next = ClosingTests(context_, state_);
+        return next == Phase::Close && HoldLowestSprinkler() ? Phase::PassStart : next;
+    }
+
+    // A sprinkler within the level band of the HMD node may stand a little below the target.
+    // The least supply that meets every sprinkler holds the lowest of them at the target instead,
+    // and the network is solved again from there.
+    bool HoldLowestSprinkler() {
+        if (state_.DensityNode != 0 || levelSwitches_ >= MaximumLevelSwitches) {
+            return false;
+        }
+        const double allowed = state_.TargetPressure - std::max(state_.Options.Tolerance, 1e-9);
+        const int lowest = LowestSprinklerBelow(state_, allowed);
+        if (lowest == 0 || lowest == state_.HmdNode) {
+            return false;
+        }
+        ++levelSwitches_;
+        state_.PreviousHmdNode = state_.HmdNode;
+        state_.HmdNode = static_cast<Integer>(lowest);
+        HoldHmdNode(state_, lowest, state_.TargetPressure);
+        state_.HmdResidual = state_.TargetPressure;
+        return true;
     }
 
     // The HMD node of the solution and the summary.
@@ -449,6 +474,7 @@ private:
     RunContext& context_;
     SolverState& state_;
     Project& project_;
+    int levelSwitches_ = 0;
 };
 
 } // namespace
