@@ -551,8 +551,9 @@ void ProjectLifecycle::OpenRememberedScreens() {
 
 bool ProjectLifecycle::WriteWorkingFile() {
     std::string error;
+    // A project beyond the tables' capacity is not written either: the user must hear of it.
     const WriteOutcome outcome = WriteProject(project_, tempFileName_, &error);
-    if (outcome == WriteOutcome::Failed) {
+    if (outcome != WriteOutcome::Written) {
         ShowSaveError(tempFileName_, error);
     }
     return outcome == WriteOutcome::Written;

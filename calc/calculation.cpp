@@ -113,7 +113,11 @@ bool Calculation::CheckAndPrepare() {
         PrepareNetwork(project, context_.Library, context_.Dialogs, options);
     context_.DryAreaFactor = prepared.DryAreaFactor;
     context_.PumpUsesCurve = prepared.PumpUsesCurve;
-    if (prepared.Failed) {
+    if (prepared.NodesAboveCapacity != 0) {
+        context_.Dialogs.ShowMessage(MessageStyle::Plain, messages::InputDataErrorTitle,
+                                     messages::TooManyNodes(prepared.NodesAboveCapacity));
+    }
+    if (prepared.Failed || prepared.NodesAboveCapacity != 0) {
         context_.AbortFlag = 1;
         return false;
     }

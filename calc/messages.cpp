@@ -1,6 +1,7 @@
 #include "calc/messages.h"
 
 #include "core/formats.h"
+#include "core/project.h"
 
 namespace quench::messages {
 
@@ -128,6 +129,12 @@ std::string NegativeKFactor(const std::string& node) {
     return "K-Factor is negative for node " + node +
            ".  You must enter a K-Factor as a value greater than or equal to zero at this node for "
            "calculations to proceed.";
+}
+
+std::string TooManyNodes(int nodes) {
+    return "The network has " + std::to_string(nodes) + " nodes.  A project holds at most " +
+           std::to_string(MaxNodes) +
+           " nodes, so this network cannot be calculated or saved with its results.";
 }
 
 std::string NegativeSprinklerArea(const std::string& node) {

@@ -73,6 +73,7 @@ std::string NegativeLength(int row);
 std::string NegativeFittingLength(int row);
 std::string NegativeKFactor(const std::string& node);
 std::string NegativeSprinklerArea(const std::string& node);
+std::string TooManyNodes(int nodes);
 std::string NegativeFixedFlow(const std::string& node);
 std::string NoFlowEntered(const std::string& dischargeName);
 std::string NoSprinklerInDemand(const std::string& dischargeName);

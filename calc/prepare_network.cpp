@@ -368,6 +368,13 @@ PrepareResult PrepareNetwork(Project& project, const PipeLibrary& library, Dialo
     }
     MarkInflow(project);
     const std::vector<int> nodes = SortedNodes(project);
+    // The node table, and the file, hold at most MaxNodes: a larger network leaves the solver's
+    // tables empty rather than a count that no save could store.
+    if (nodes.size() > static_cast<std::size_t>(MaxNodes)) {
+        project.NumberOfPipes = 0;
+        result.NodesAboveCapacity = static_cast<int>(nodes.size());
+        return result;
+    }
     project.NumberOfNodes = static_cast<Integer>(nodes.size());
     ResizeNodeTable(project, nodes.size());
     const std::vector<TakenPipe> taken = TakePipes(project, nodes);

@@ -13,6 +13,7 @@ struct PrepareOptions {
 
 struct PrepareResult {
     bool Failed = false;        // the sprinkler area message was shown
+    int NodesAboveCapacity = 0; // the number of nodes when above the table's capacity
     bool PumpUsesCurve = false; // a pump row without a typed boost in Supply mode
     Single DryAreaFactor = 1.0f;
 };

@@ -345,5 +345,26 @@ TEST_F(Validation, DevicesStandLevel) {
     ExpectRefused({"Alarm Check Valve 50-55 nodes have different elevation."});
 }
 
+// A tree of 1000 pipes has 1001 nodes, one more than the node table and the file hold: the run
+// is refused, and the project's counts stay within what a save can store.
+TEST(Capacity, ANetworkOfMoreNodesThanTheTableHoldsIsRefused) {
+    Project project;
+    NetworkBuilder network(project);
+    network.Pipe(1, 2, 10, 2);
+    network.Inflow(1);
+    for (int node = 2; node <= 1000; ++node) {
+        network.Pipe(node, node + 1, 10, 2);
+    }
+    network.Sprinkler(1001, 5.6);
+    network.SupplyMode(50);
+    CalculationRun run(project);
+    EXPECT_FALSE(run.Posted);
+    EXPECT_EQ(run.Dialogs.LastText(), "The network has 1001 nodes.  A project holds at most 1000 "
+                                      "nodes, so this network cannot be calculated or saved with "
+                                      "its results.");
+    EXPECT_LE(project.NumberOfNodes, MaxNodes);
+    EXPECT_LE(project.NumberOfPipes, MaxPipes);
+}
+
 } // namespace
 } // namespace quench
