@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 #include <iostream>
+#include <ostream>
 #include <random>
 #include <string>
 
@@ -66,6 +67,11 @@ struct Shape {
     Single Density;
     ShapeOptions Options;
 };
+
+// The test's name in listings: the shape's name, not its bytes.
+void PrintTo(const Shape& shape, std::ostream* out) {
+    *out << shape.Name;
+}
 
 class DemandNetworks : public ::testing::TestWithParam<Shape> {};
 

@@ -3,6 +3,7 @@
 
 #include <cmath>
 #include <iostream>
+#include <ostream>
 
 #include <gtest/gtest.h>
 
@@ -34,6 +35,11 @@ struct Shape {
     int Columns;
     ShapeOptions Options;
 };
+
+// The test's name in listings: the shape's name, not its bytes.
+void PrintTo(const Shape& shape, std::ostream* out) {
+    *out << shape.Name;
+}
 
 class SupplyNetworks : public ::testing::TestWithParam<Shape> {};
 
