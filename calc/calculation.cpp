@@ -9,7 +9,6 @@
 #include "calc/finish_results.h"
 #include "calc/messages.h"
 #include "calc/prepare_network.h"
-#include "calc/pump.h"
 #include "calc/screen_words.h"
 #include "core/formats.h"
 #include "core/si_tables.h"
@@ -70,6 +69,9 @@ bool Calculation::RunCommand() {
     context_.IterationLimitTyped = false;
     context_.PumpRerunPending = false;
     context_.ResultsPending = false;
+    context_.LastPumpFlow = 0;
+    context_.PumpWorkCoefficients = {};
+    pump_ = PumpPasses{};
     RunCalculation();
     if (context_.PumpRerunPending && context_.AbortFlag != 1) {
         RunCalculation();
@@ -132,28 +134,8 @@ bool Calculation::CheckAndPrepare() {
 
 void Calculation::RunCalculation() {
     if (!(context_.PumpRerunPending && context_.ResultsPending)) {
-        if (!CheckAndPrepare()) {
-            return;
-        }
-        Progress& progress = context_.Progress;
-        progress.ShowStatus();
-        progress.SetCaption(CalculatingCaption);
-        progress.SetLabel(PleaseWait);
-        progress.SetGauge(10);
-        progress.SetGaugeLabelsVisible(true);
-        if (progress.Yield()) {
-            context_.CancelRequested = 1;
-        }
-        SolveNetwork(context_, state_);
-        if (context_.CancelRequested == 1) {
-            context_.AbortFlag = 1;
-        }
-        if (context_.AbortFlag == 1) {
+        if (!SolvePasses()) {
             return; // nothing is posted
-        }
-        FinishResults(context_, state_);
-        if (context_.AbortFlag == 1) {
-            return;
         }
         if (context_.PumpRerunPending) {
             context_.ResultsPending = true;
@@ -161,9 +143,45 @@ void Calculation::RunCalculation() {
         }
         context_.ResultsPending = false;
     } else {
+        // The pump's last pass left its results to be posted by this call.
         context_.PumpRerunPending = false;
+        context_.ResultsPending = false;
     }
     PostResults();
+}
+
+// Passes of the whole run, one for each boost that a pump curve asks to try, until the flow
+// through the pump settles. False when the run stopped.
+bool Calculation::SolvePasses() {
+    PumpStep step = PumpStep::NextPass;
+    while (step == PumpStep::NextPass && SolvePass()) {
+        step = FinishResults(context_, state_, pump_);
+    }
+    if (pump_.Count > 1) {
+        RestoreCurvePumpRow(context_.Project);
+    }
+    return context_.AbortFlag != 1;
+}
+
+// The checks, the preparation and the solve. False when the run stopped.
+bool Calculation::SolvePass() {
+    if (!CheckAndPrepare()) {
+        return false;
+    }
+    Progress& progress = context_.Progress;
+    progress.ShowStatus();
+    progress.SetCaption(CalculatingCaption);
+    progress.SetLabel(PleaseWait);
+    progress.SetGauge(10);
+    progress.SetGaugeLabelsVisible(true);
+    if (progress.Yield()) {
+        context_.CancelRequested = 1;
+    }
+    SolveNetwork(context_, state_);
+    if (context_.CancelRequested == 1) {
+        context_.AbortFlag = 1;
+    }
+    return context_.AbortFlag != 1;
 }
 
 // The pressures and sizes back into the rows, the results on the screen.

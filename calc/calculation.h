@@ -5,6 +5,7 @@
 // caller's.
 
 #include "calc/calculation_screen.h"
+#include "calc/pump.h"
 #include "calc/results_screen.h"
 #include "solver/run_context.h"
 #include "solver/solver_state.h"
@@ -32,6 +33,8 @@ public:
 private:
     bool RunCommand();
     bool CheckAndPrepare();
+    bool SolvePasses();
+    bool SolvePass();
     void PostResults();
     void WriteEstimates();
     void WriteAutosizedDiameters();
@@ -40,6 +43,7 @@ private:
     SolverState state_;
     CalculationScreen screen_;
     ResultsScreen results_;
+    PumpPasses pump_;
 };
 
 } // namespace quench

@@ -1,7 +1,6 @@
 #include "calc/finish_results.h"
 
 #include "calc/messages.h"
-#include "calc/pump.h"
 #include "calc/screen_words.h"
 #include "solver/build_half_edges.h"
 #include "solver/calculation_options.h"
@@ -144,23 +143,23 @@ bool WriteResultRows(RunContext& context, const SolverState& state) {
 
 } // namespace
 
-void FinishResults(RunContext& context, const SolverState& state) {
+PumpStep FinishResults(RunContext& context, const SolverState& state, PumpPasses& pump) {
     Project& project = context.Project;
     InflowPipePath path;
     CheckPumpInlet(context, path);
     if (context.AbortFlag == 1) {
-        return;
+        return PumpStep::Finished;
     }
     CopySummary(project, state);
     CopyInflow(project, state);
-    EvaluatePumpBoost(context, path);
-    if (context.AbortFlag == 1) {
-        return;
+    if (EvaluatePumpBoost(context, state, path, pump) == PumpStep::NextPass) {
+        return PumpStep::NextPass;
     }
-    if (!WriteResultRows(context, state)) {
-        return;
+    if (context.AbortFlag == 1 || !WriteResultRows(context, state)) {
+        return PumpStep::Finished;
     }
     context.Screens.Send(screens::GeneralData, screens::UpdateCalculatedSupply);
+    return PumpStep::Finished;
 }
 
 } // namespace quench

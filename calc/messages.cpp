@@ -185,4 +185,11 @@ std::string PumpBoostTooLarge(float maximum) {
            NumberText(maximum) + ".";
 }
 
+std::string PumpFlowUnsettled(int passes) {
+    return "The flow through the fire pump did not settle within 0.1 gpm after " +
+           std::to_string(passes) +
+           " passes of the calculation.  Please check the pump curve at the flows that this "
+           "network draws.";
+}
+
 } // namespace quench::messages

@@ -88,5 +88,6 @@ constexpr const char* SprinklerUpstreamOfPump =
 constexpr const char* PumpBoostZero = "The pump boost must be nonzero for calculations to finish.";
 std::string NegativePumpBoost(double boost);
 std::string PumpBoostTooLarge(float maximum);
+std::string PumpFlowUnsettled(int passes);
 
 } // namespace quench::messages

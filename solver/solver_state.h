@@ -152,6 +152,7 @@ struct SolverState {
 
     // Supply mode.
     float PumpBoost = 0;
+    double PumpSeedFlow = 0; // the flow at which PumpBoost was taken from the curve
     bool PumpBoostApplied = false;
     bool UsePumpCurve = false;
 

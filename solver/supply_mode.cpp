@@ -1,7 +1,5 @@
 #include "solver/supply_mode.h"
 
-#include "library/pump_curve.h"
-
 #include <cmath>
 
 namespace quench {
@@ -41,18 +39,35 @@ void ComputePumpBoost(const RunContext& context, SolverState& state) {
             seedFlow += std::pow(SeedSprinklerPressure, 0.5) * edges[row].KFactor;
         }
     }
+    // A later pass of the same run takes the boost at the flow that the driver chose from the
+    // pump flows of the passes before it; the first takes it at the flow of an earlier solution,
+    // or at the sprinklers' flow at 7 psi.
     double flow = seedFlow;
-    if (state.InflowFlowEstimate > 0) {
-        flow = state.InflowFlowEstimate;
-    } else if (context.LastPumpFlow > 0) {
+    if (context.LastPumpFlow > 0) {
         flow = context.LastPumpFlow;
+    } else if (state.InflowFlowEstimate > 0) {
+        flow = state.InflowFlowEstimate;
     }
     state.UsePumpCurve = context.PumpUsesCurve;
     state.PumpBoost = 0;
+    state.PumpSeedFlow = 0;
     if (state.UsePumpCurve) {
-        const auto coefficients = ProjectPumpCoefficientsInPsi(context.Project.CalculationData);
+        const CalculationData& data = context.Project.CalculationData;
+        const PumpCoefficientArray coefficients = ProjectPumpCoefficientsInPsi(data);
+        flow = FlowKeepingSupplyPositive(coefficients, data.InflowResidualPressure1, 0, flow);
         state.PumpBoost = static_cast<float>(EvaluatePumpCurve(coefficients, flow));
+        state.PumpSeedFlow = flow;
     }
+}
+
+double FlowKeepingSupplyPositive(const PumpCoefficientArray& curve, double supplyPressure,
+                                 double from, double to) {
+    constexpr int Halvings = 60;
+    for (int halving = 0; halving < Halvings && supplyPressure + EvaluatePumpCurve(curve, to) <= 0;
+         ++halving) {
+        to = (from + to) / 2;
+    }
+    return to;
 }
 
 void FindLowestResidual(const Project& project, SolverState& state) {

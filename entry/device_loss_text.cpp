@@ -1,0 +1,28 @@
+#include "entry/device_loss_text.h"
+
+#include "calc/pump.h"
+#include "entry/field_attributes.h"
+#include "entry/field_rules.h"
+
+namespace quench {
+
+std::string DeviceLossText(const PipeRecord& row, const CalculationData& data, MeasureSystem system,
+                           char decimalCharacter) {
+    if (row.Material == MaterialFirePump && row.DeviceLoss == NotGiven &&
+        ProjectHasPumpCurve(data)) {
+        return PumpCurveLossText;
+    }
+    return FieldText(ShownValue(UnitKind::Pressure_Drop, row.DeviceLoss, system),
+                     NumberAttributeOf(NumberFieldKind::DeviceLoss), decimalCharacter);
+}
+
+std::optional<Single> DeviceLossToStore(std::string_view text, MeasureSystem system,
+                                        char decimalCharacter) {
+    if (text == PumpCurveLossText) {
+        return std::nullopt;
+    }
+    return static_cast<Single>(
+        StoredValue(UnitKind::Pressure_Drop, FieldValue(text, decimalCharacter), system));
+}
+
+} // namespace quench
