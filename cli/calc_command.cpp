@@ -143,11 +143,16 @@ private:
     CommandLineProgress& progress_;
 };
 
-// The working file of a project: the name with ".tmp" in place of its last four characters.
+// The working file of a project: the name with ".tmp" in place of its last four characters. A
+// project that is itself named so gets ".tmp" added, so that its working file is another file.
 std::filesystem::path WorkingFileOf(const std::filesystem::path& file) {
-    std::string name = file.filename().string();
-    name = name.size() >= 4 ? name.substr(0, name.size() - 4) + ".tmp" : name + ".tmp";
-    return file.parent_path() / name;
+    const std::string name = file.filename().string();
+    std::string working =
+        name.size() >= 4 ? name.substr(0, name.size() - 4) + ".tmp" : name + ".tmp";
+    if (working == name) {
+        working = name + ".tmp";
+    }
+    return file.parent_path() / working;
 }
 
 bool CountsFit(const Project& project) {

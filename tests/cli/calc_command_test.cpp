@@ -120,6 +120,23 @@ TEST(CalcCommand, UsageAndFileErrors) {
                        "cannot write");
 }
 
+// A project of any name calculates; one named like a working file gets a working file of its own.
+TEST(CalcCommand, ProjectsOfAnyNameCalculate) {
+    for (const char* name : {"job.tmp", "job", "a.b", "x"}) {
+        SCOPED_TRACE(name);
+        ScratchDirectory scratch;
+        const auto file = WriteBranchLine(scratch, name);
+        const CommandOutcome run = RunQuench({"calc", file.string()});
+        EXPECT_EQ(run.Status, ExitSuccess) << run.Err;
+        const auto saved = std::make_unique<Project>();
+        ASSERT_TRUE(ReadProject(*saved, file));
+        EXPECT_EQ(saved->CalculationData.NumberOfFlowingSprinklers, 4);
+        EXPECT_EQ(std::distance(std::filesystem::directory_iterator(scratch.Path()),
+                                std::filesystem::directory_iterator()),
+                  1); // no working file stays behind
+    }
+}
+
 TEST(CalcCommand, TheSampleGridCalculates) {
     ScratchDirectory scratch;
     const auto file = scratch / "grid.qnw";
