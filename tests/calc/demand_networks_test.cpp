@@ -79,11 +79,7 @@ TEST_P(DemandNetworks, TheLeastSupplyThatMeetsEveryRequirement) {
     const Shape& shape = GetParam();
     Project project;
     NetworkBuilder network(project);
-    if (shape.Grid) {
-        BuildGrid(network, shape.Rows, shape.Columns, shape.Options);
-    } else {
-        BuildTree(network, shape.Rows, shape.Columns, shape.Options);
-    }
+    BuildShape(network, shape.Grid, shape.Rows, shape.Columns, shape.Options);
     network.DemandMode(shape.Minimum, shape.Density);
     CalculationRun run(project);
     ASSERT_TRUE(run.Posted) << run.Dialogs.LastText();
@@ -137,11 +133,7 @@ TEST(DemandNetworks, RandomNetworksAreSound) {
         options.FlowingPerLine = 2 + static_cast<int>(random() % 6);
         options.KFactor = random() % 2 == 1 ? 5.6 : 8.0;
         options.RiserLength = static_cast<Single>(10 + random() % 30);
-        if (grid) {
-            BuildGrid(network, rows, columns, options);
-        } else {
-            BuildTree(network, rows, columns, options);
-        }
+        BuildShape(network, grid, rows, columns, options);
         const Single minimum = static_cast<Single>(7 + random() % 10);
         const Single density = static_cast<Single>(random() % 3) * 0.1f;
         network.DemandMode(minimum, density);

@@ -47,11 +47,7 @@ TEST_P(SupplyNetworks, PostedSolutionBalancesAndMatchesTheReference) {
     const Shape& shape = GetParam();
     Project project;
     NetworkBuilder network(project);
-    if (shape.Grid) {
-        BuildGrid(network, shape.Rows, shape.Columns, shape.Options);
-    } else {
-        BuildTree(network, shape.Rows, shape.Columns, shape.Options);
-    }
+    BuildShape(network, shape.Grid, shape.Rows, shape.Columns, shape.Options);
     network.SupplyMode(60);
     CalculationRun run(project);
     ASSERT_TRUE(run.Posted) << run.Dialogs.LastText();

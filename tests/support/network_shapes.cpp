@@ -115,4 +115,13 @@ void BuildGrid(NetworkBuilder& network, int rows, int columns, const ShapeOption
     }
 }
 
+void BuildShape(NetworkBuilder& network, bool grid, int rows, int columns,
+                const ShapeOptions& options) {
+    if (grid) {
+        BuildGrid(network, rows, columns, options);
+    } else {
+        BuildTree(network, rows, columns, options);
+    }
+}
+
 } // namespace quench::testing

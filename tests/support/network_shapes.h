@@ -46,4 +46,8 @@ void BuildTree(NetworkBuilder& network, int branches, int sprinklers,
 // Pipes: rows * (columns - 1) + 2 * (rows - 1), more with cross joins, plus the riser.
 void BuildGrid(NetworkBuilder& network, int rows, int columns, const ShapeOptions& options = {});
 
+// A grid of rows by columns, or a tree of that many branch lines and sprinklers.
+void BuildShape(NetworkBuilder& network, bool grid, int rows, int columns,
+                const ShapeOptions& options = {});
+
 } // namespace quench::testing
