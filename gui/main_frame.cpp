@@ -4,9 +4,11 @@
 #include "app/recent_files.h"
 #include "core/atomic_write.h"
 #include "core/settings_keys.h"
+#include "gui/branch_line_calculator_dialog.h"
 #include "gui/calculation_window.h"
 #include "gui/cursor_pause.h"
 #include "gui/data_units_dialog.h"
+#include "gui/kfactor_calculator_dialog.h"
 #include "gui/temp_file_dialog.h"
 #include "gui/window_placement.h"
 
@@ -269,7 +271,15 @@ void MainFrame::Dispatch(const QString& key) {
         ShowCalculation();
     } else if (key == "ToolUnits") {
         OpenDataUnits();
+    } else if (key == "ToolSprinklerCalculator") {
+        OpenKFactorCalculator(Calculators(), {}, this);
+    } else if (key == "ToolBranchLineCalculator") {
+        OpenBranchLineCalculator(Calculators(), {}, this);
     }
+}
+
+CalculatorSetup MainFrame::Calculators() {
+    return {Units(), &library_, &settings_, &dialogs_, decimalCharacter_};
 }
 
 void MainFrame::ArrangeWindows(const QString& key) {

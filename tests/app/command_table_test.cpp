@@ -98,8 +98,12 @@ TEST(CommandTable, OnlyTheFirstScreensAreInTheMenus) {
                                                    "ToolSaveAs", "ToolExit"}));
     ASSERT_EQ(MenuCommands(Menu::Project).size(), 1u);
     EXPECT_EQ(MenuCommands(Menu::Project)[0]->Key, "ToolCalculation");
-    ASSERT_EQ(MenuCommands(Menu::Tools).size(), 1u);
-    EXPECT_EQ(MenuCommands(Menu::Tools)[0]->Key, "ToolUnits");
+    std::vector<std::string_view> tools;
+    for (const CommandEntry* entry : MenuCommands(Menu::Tools)) {
+        tools.push_back(entry->Key);
+    }
+    EXPECT_EQ(tools, (std::vector<std::string_view>{"ToolUnits", "ToolBranchLineCalculator",
+                                                    "ToolSprinklerCalculator"}));
     EXPECT_TRUE(MenuCommands(Menu::Reports).empty());
     EXPECT_TRUE(MenuCommands(Menu::Libraries).empty());
     EXPECT_EQ(MenuCommands(Menu::Window).size(), 8u);
