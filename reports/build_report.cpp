@@ -81,7 +81,10 @@ ReportOutcome BuildReport(ReportCanvas& target, const ReportInput& input,
         input.Project.UnitSystem == 1 ? MeasureSystem::SI : MeasureSystem::US);
     const std::unique_ptr<Project> tables = ReportTables(input, system);
 
-    ReportFrame frame{input.ProjectFileName, input.CompanyLine, input.Printed};
+    // The company line is the designer's company of the project unless the caller gives one.
+    const std::string company =
+        input.CompanyLine.empty() ? input.Project.CompanyData.Name : input.CompanyLine;
+    ReportFrame frame{input.ProjectFileName, company, input.Printed};
     ReportDocument document(target, options, frame, *tables, system);
     document.Library = input.Library;
     document.PumpDatabase = input.PumpDatabase;

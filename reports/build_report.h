@@ -37,6 +37,7 @@ struct ReportInput {
     std::filesystem::path PumpDatabase;
     // The project's file name as the footer and the general data show it ("Office.qnw").
     std::string ProjectFileName;
+    // Right of the second header line; empty takes the company of the project's general data.
     std::string CompanyLine;
     DateTime Printed;
     // The project's UnitSystem unless given.

@@ -82,21 +82,23 @@ void ProjectDataRows(ReportDocument& document) {
     document.SecondaryTitle("Project Data");
     document.Rows(Texts, {{"Description Of Hazard:", Text(system.HazardDescription)},
                           {word + " System Type:", Text(system.SprinklerSystemType)}});
+    const int material = document.Model.SystemData.DefaultPipeMaterial;
     const std::string area(document.Unit("ft²", "m²"));
     const std::string flow(document.Unit("gpm", "Lpm"));
-    const int material = document.Model.SystemData.DefaultPipeMaterial;
     document.Rows(
         Values,
         {{"Design Area Of Water Application:", Cell(system.AreaOfSprinklerOperation, "##0"), area,
           "Maximum Area Per " + word + ":", Cell(system.MaximumAreaPerSprinkler, "##0"), area},
          {"Default " + word + " K-Factor:", Cell(system.DefaultKFactor, "##0.00"),
-          std::string(document.Unit("K", "Km")), "Default Pipe Material:",
-          Cell(material, "##0"), MaterialName(document, material)},
+          std::string(document.Unit("K", "Km")), "", "", ""},
          {"Inside Hose Stream Allowance:", Cell(system.InsideHoseStreamAllowance, "##0.00"), flow,
           "Outside Hose Stream Allowance:", Cell(system.OutsideHoseStreamAllowance, "##0.00"),
           flow},
          {"In Rack Sprinkler Allowance:", Cell(system.InRackSprinklerAllowance, "##0.00"), flow,
           "", "", ""}});
+    const std::string name = MaterialName(document, material);
+    document.Rows(Texts, {{"Default Pipe Material:",
+                           Cell(material, "##0") + (name.empty() ? "" : "  " + name)}});
 }
 
 void SprinklerSpecifications(ReportDocument& document) {

@@ -102,7 +102,7 @@ void ReportDocument::DrawFrame() {
     Canvas.MarginBottom = 0;
     Canvas.Line(Canvas.MarginLeft, Canvas.CurrentY, Canvas.PageWidth - Canvas.MarginRight,
                 Canvas.CurrentY);
-    Canvas.AddTable(ParseTableFormat("<|^|>"), {}, {footer});
+    Canvas.AddTable(ParseTableFormat("<3600|^+2800|>+"), {}, {footer});
     Canvas.MarginBottom = margin;
     Canvas.CurrentY = body + TitlePadding;
     UseBody();

@@ -10,6 +10,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace quench::testing {
 
@@ -74,6 +75,34 @@ inline std::unique_ptr<Project> CalculatedBranchLine() {
     network.DemandMode(7, 0.1f);
     CalculationRun run(*project);
     return project;
+}
+
+} // namespace quench::testing
+
+namespace quench::testing {
+
+// The lines of a render.
+inline std::vector<std::string> Lines(const std::string& text) {
+    std::vector<std::string> lines;
+    std::size_t start = 0;
+    while (start < text.size()) {
+        const std::size_t end = text.find('\n', start);
+        lines.push_back(text.substr(start, end - start));
+        if (end == std::string::npos) {
+            break;
+        }
+        start = end + 1;
+    }
+    return lines;
+}
+
+inline int Count(const std::string& text, const std::string& part) {
+    int count = 0;
+    for (std::size_t place = text.find(part); place != std::string::npos;
+         place = text.find(part, place + part.size())) {
+        ++count;
+    }
+    return count;
 }
 
 } // namespace quench::testing
