@@ -31,8 +31,13 @@ void EnsureReportApplication() {
     static int argumentCount = 1;
     static char name[] = "quench";
     static char* arguments[] = {name, nullptr};
+    // Start-up notes of the platform (such as a missing XDG_RUNTIME_DIR) are no concern of a
+    // report on the command line.
+    const QtMessageHandler previous = qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext&, const QString&) {});
     static std::unique_ptr<QGuiApplication> application =
         std::make_unique<QGuiApplication>(argumentCount, arguments);
+    qInstallMessageHandler(previous);
 }
 
 bool WriteReportPdf(const ReportInput& input, const ReportOptions& options,
