@@ -7,6 +7,7 @@
 #include "gui/calculation_window.h"
 #include "gui/cursor_pause.h"
 #include "gui/data_units_dialog.h"
+#include "gui/help_window.h"
 #include "gui/temp_file_dialog.h"
 #include "gui/window_placement.h"
 
@@ -96,7 +97,8 @@ MainFrame::MainFrame(FrameSetup setup, QWidget* parent)
       toolbarLayoutFile_(std::move(setup.ToolbarLayoutFile)), library_(std::move(setup.Library)),
       decimalCharacter_(setup.DecimalCharacter),
       lifecycle_(project_, dialogs_, *this, setup.Settings, setup.ProjectsDirectory),
-      area_(new QMdiArea(this)), autoSave_(new QTimer(this)) {
+      area_(new QMdiArea(this)), autoSave_(new QTimer(this)),
+      help_(new HelpWindows(project_, library_, screens_, this)) {
     setObjectName("frmMDI");
     setCentralWidget(area_);
     setAcceptDrops(true);

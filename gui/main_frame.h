@@ -29,6 +29,7 @@ class QTimer;
 namespace quench::gui {
 
 class CalculationWindow;
+class HelpWindows;
 
 // The dialogs the lifecycle waits for: the file dialogs and frmTempFile. The tests script them.
 class DesktopChoices {
@@ -69,6 +70,8 @@ public:
 
     ProjectLifecycle& Lifecycle() { return lifecycle_; }
     CalculationWindow* Calculation() const;
+    // The help windows of every screen's fields.
+    HelpWindows& Help() const { return *help_; }
     QMdiArea* Area() const { return area_; }
     QAction* Action(const QString& key) const;
     QMenu* RecentFilesMenu() const { return fileMenu_; }
@@ -118,6 +121,7 @@ private:
 
     QMdiArea* area_;
     QTimer* autoSave_;
+    HelpWindows* help_;
     QMenu* fileMenu_ = nullptr;
     QMenu* windowMenu_ = nullptr;
     QAction* recentSeparator_ = nullptr;
