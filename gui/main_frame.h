@@ -29,6 +29,7 @@ class QTimer;
 namespace quench::gui {
 
 class CalculationWindow;
+class GeneralDataWindow;
 class HelpWindows;
 
 // The dialogs the lifecycle waits for: the file dialogs and frmTempFile. The tests script them.
@@ -70,6 +71,7 @@ public:
 
     ProjectLifecycle& Lifecycle() { return lifecycle_; }
     CalculationWindow* Calculation() const;
+    GeneralDataWindow* GeneralData() const;
     // The help windows of every screen's fields.
     HelpWindows& Help() const { return *help_; }
     QMdiArea* Area() const { return area_; }
@@ -103,6 +105,9 @@ private:
     void RebuildWindowList();
     void UpdateCommands();
     void ShowCalculation();
+    void ShowGeneralData();
+    // A project screen as a window of the MDI area, placed as it stood last time.
+    QMdiSubWindow* AddScreen(QWidget* screen, QSize size, std::string_view section);
     void OpenDataUnits();
     void ArrangeWindows(const QString& key);
     void SetRunning(bool running);
@@ -129,6 +134,7 @@ private:
     std::vector<QAction*> windowListActions_;
     std::map<QString, QAction*> actions_;
     QPointer<QMdiSubWindow> calculationWindow_;
+    QPointer<QMdiSubWindow> generalDataWindow_;
     bool running_ = false;
     int busyDepth_ = 0;
 };
