@@ -20,23 +20,12 @@ constexpr std::array<Section, ReportSectionCount> Sections{
     HydraulicGraphSection,
 };
 
-// Boxes of a preparation made only for a report stay unseen.
-class QuietDialogs final : public Dialogs {
-public:
-    void ShowMessage(MessageStyle, std::string_view, std::string_view) override {}
-    Answer Ask(Buttons, Answer defaultAnswer, MessageStyle, std::string_view,
-               std::string_view) override {
-        return defaultAnswer;
-    }
-};
-
 // The report's own copy of the project: the network tables made again from the typed rows when
 // the inputs changed, and the SI copies when SI is shown.
 std::unique_ptr<Project> ReportTables(const ReportInput& input, MeasureSystem system) {
     auto copy = std::make_unique<Project>(input.Project);
     if (IsTrue(copy->InputChanged) && input.Library != nullptr) {
-        QuietDialogs quiet;
-        PrepareNetwork(*copy, *input.Library, quiet);
+        PrepareNetwork(*copy, *input.Library);
     }
     if (system == MeasureSystem::SI) {
         BuildSITables(*copy);
