@@ -25,7 +25,7 @@ constexpr std::array<Section, ReportSectionCount> Sections{
 std::unique_ptr<Project> ReportTables(const ReportInput& input, MeasureSystem system) {
     auto copy = std::make_unique<Project>(input.Project);
     if (IsTrue(copy->InputChanged) && input.Library != nullptr) {
-        PrepareNetwork(*copy, *input.Library); // silent: a report shows no boxes
+        PrepareNetwork(*copy, *input.Library);
     }
     if (system == MeasureSystem::SI) {
         BuildSITables(*copy);
