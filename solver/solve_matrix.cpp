@@ -234,7 +234,10 @@ void TestConvergence(RunContext& context, SolverState& state) {
         }
         shown = state.AverageImbalance;
     }
-    context.Progress.SetPercentText(ProgressPercentText(shown, tolerance, context.IterationLimit));
+    if (state.ProgressTurn) {
+        context.Progress.SetPercentText(
+            ProgressPercentText(shown, tolerance, context.IterationLimit));
+    }
     state.AverageImbalance = RoundToSixDecimals(state.AverageImbalance);
     state.MaximumImbalance = RoundToSixDecimals(state.MaximumImbalance);
 }

@@ -100,6 +100,7 @@ struct SolverState {
     Integer TrendCount = 0;
     int Gauge = 0;
     bool RecoveryUsed = false;
+    bool ProgressTurn = true; // the step shows its progress figure
     bool FirstSolutionDone = false;
     bool SolvedOnce = false; // a solution has reached the tables, for the sizing step
     bool PassMark = false;
