@@ -104,8 +104,7 @@ void DropFirstElement(SparseMatrix& matrix, int row) {
 
 MatrixOutcome ZeroPivot(RunContext& context, SolverState& state) {
     if (state.Gauge >= 50 || state.RecoveryUsed) {
-        context.Dialogs.ShowMessage(MessageStyle::Plain, "", NoSolutionMessage(""));
-        context.AbortFlag = 1;
+        context.Stop({MessageStyle::Plain, "", NoSolutionMessage("")});
         return MatrixOutcome::Failed;
     }
     state.RecoveryUsed = true;
@@ -249,9 +248,7 @@ MatrixOutcome SolveInNodeOrder(RunContext& context, SolverState& state) {
         return eliminated;
     }
     if (!SubstituteBack(state)) {
-        context.Dialogs.ShowMessage(MessageStyle::Plain, "",
-                                    NoSolutionMessage("Zero diagonal element."));
-        context.AbortFlag = 1;
+        context.Stop({MessageStyle::Plain, "", NoSolutionMessage("Zero diagonal element.")});
         return MatrixOutcome::Failed;
     }
     return MatrixOutcome::Solved;
@@ -317,8 +314,7 @@ MatrixOutcome SolveMatrix(RunContext& context, SolverState& state) {
     }
     TestConvergence(context, state);
     if (!AllFinite(state)) {
-        context.Dialogs.ShowMessage(MessageStyle::Plain, "", ResultsOutOfRangeMessage);
-        context.AbortFlag = 1;
+        context.Stop({MessageStyle::Plain, "", ResultsOutOfRangeMessage});
         return MatrixOutcome::Failed;
     }
     MeasureFlowImbalanceIfAsked(context, state);
