@@ -45,6 +45,9 @@ constexpr const char* NodeEditorScreenName = "frmNodalEditor";
 constexpr std::string_view UpdateNodeDataWord = "UpdateNodeDataFromHelpWindow";
 // What the node editor is sent when the pipe rows changed under it.
 constexpr std::string_view RefreshNodeLinesWord = "RefreshNodeLines";
+// What the node editor sends the pipe screen after it wrote a node's data into the rows: the
+// screen shows its visible rows and its area total again.
+constexpr std::string_view NodeDataChangedWord = "NodeDataChanged";
 
 struct NodeLine {
     int Node = 0; // the number as typed; the inflow node keeps its own

@@ -259,7 +259,8 @@ void GeneralDataWindow::Dispatch(std::string_view command) {
         rules_.ScreenToGeneralData();
     } else if (command == "UpdateGPDFromHelpWindow") {
         TakeHelpChoice();
-    } else if (command == "Get Minimum Desired Density" || command == UpdateLabelsWord) {
+    } else if (command == "Get Minimum Desired Density" || command == UpdateLabelsWord ||
+               command == "UpdateCalculatedSupply") {
         Reload();
     } else if (command == "Show") {
         (parentWidget() != nullptr ? parentWidget() : this)->raise();

@@ -9,6 +9,7 @@
 #include "gui/data_units_dialog.h"
 #include "gui/general_data_window.h"
 #include "gui/help_window.h"
+#include "gui/node_editor_window.h"
 #include "gui/temp_file_dialog.h"
 #include "gui/window_placement.h"
 
@@ -123,6 +124,7 @@ MainFrame::~MainFrame() {
     // The screens go before the lifecycle and the dispatcher they refer to.
     delete calculationWindow_.data();
     delete generalDataWindow_.data();
+    delete nodalEditorWindow_.data();
 }
 
 void MainFrame::BuildMenus() {
@@ -273,6 +275,8 @@ void MainFrame::Dispatch(const QString& key) {
         ShowCalculation();
     } else if (key == "ToolGPD") {
         ShowGeneralData();
+    } else if (key == "ToolNodalEditor") {
+        ShowNodalEditor();
     } else if (key == "ToolUnits") {
         OpenDataUnits();
     }
@@ -364,6 +368,10 @@ void MainFrame::ShowCalculation() {
         if (posted) {
             lifecycle_.SetResultsFresh(true);
         }
+        // The run writes its pressures back into the rows as their estimates.
+        if (NodeEditorWindow* nodes = NodalEditor()) {
+            nodes->Reload();
+        }
         SetRunning(false);
     });
     window->show();
@@ -398,6 +406,26 @@ void MainFrame::ShowGeneralData() {
     connect(screen, &GeneralDataWindow::StatusTextWanted, this,
             [this](const QString& text) { statusBar()->showMessage(text); });
     generalDataWindow_->show();
+}
+
+NodeEditorWindow* MainFrame::NodalEditor() const {
+    return nodalEditorWindow_ != nullptr
+               ? qobject_cast<NodeEditorWindow*>(nodalEditorWindow_->widget())
+               : nullptr;
+}
+
+void MainFrame::ShowNodalEditor() {
+    if (nodalEditorWindow_ != nullptr) {
+        area_->setActiveSubWindow(nodalEditorWindow_);
+        nodalEditorWindow_->showNormal();
+        return;
+    }
+    auto* screen = new NodeEditorWindow(project_, dialogs_, screens_, *help_, settings_, Units(),
+                                        decimalCharacter_);
+    nodalEditorWindow_ = AddScreen(screen, QSize(760, 420), "NodalEditor");
+    connect(screen, &NodeEditorWindow::StatusTextWanted, this,
+            [this](const QString& text) { statusBar()->showMessage(text); });
+    nodalEditorWindow_->show();
 }
 
 bool MainFrame::eventFilter(QObject* watched, QEvent* event) {
@@ -444,6 +472,9 @@ void MainFrame::ApplyUnits(MeasureSystem system) {
     if (GeneralDataWindow* general = GeneralData()) {
         general->SwitchUnits(system);
     }
+    if (NodeEditorWindow* nodes = NodalEditor()) {
+        nodes->SwitchUnits(system);
+    }
 }
 
 // --- LifecycleHost
@@ -465,6 +496,9 @@ void MainFrame::WriteBackEditors() {
     }
     if (GeneralDataWindow* general = GeneralData(); general != nullptr && !running_) {
         general->WriteBack();
+    }
+    if (NodeEditorWindow* nodes = NodalEditor(); nodes != nullptr && !running_) {
+        nodes->WriteBack();
     }
 }
 
@@ -489,6 +523,10 @@ void MainFrame::UnloadProjectScreens() {
         generalDataWindow_->close();
         delete generalDataWindow_.data();
     }
+    if (nodalEditorWindow_ != nullptr) {
+        nodalEditorWindow_->close();
+        delete nodalEditorWindow_.data();
+    }
 }
 
 void MainFrame::OpenProjectScreen(std::string_view screen) {
@@ -508,6 +546,9 @@ void MainFrame::ProjectStateChanged() {
     }
     if (GeneralDataWindow* general = GeneralData(); general != nullptr && !running_) {
         general->Reload();
+    }
+    if (NodeEditorWindow* nodes = NodalEditor(); nodes != nullptr && !running_) {
+        nodes->Reload();
     }
 }
 

@@ -30,6 +30,7 @@ namespace quench::gui {
 
 class CalculationWindow;
 class GeneralDataWindow;
+class NodeEditorWindow;
 class HelpWindows;
 
 // The dialogs the lifecycle waits for: the file dialogs and frmTempFile. The tests script them.
@@ -72,6 +73,7 @@ public:
     ProjectLifecycle& Lifecycle() { return lifecycle_; }
     CalculationWindow* Calculation() const;
     GeneralDataWindow* GeneralData() const;
+    NodeEditorWindow* NodalEditor() const;
     // The help windows of every screen's fields.
     HelpWindows& Help() const { return *help_; }
     QMdiArea* Area() const { return area_; }
@@ -106,6 +108,7 @@ private:
     void UpdateCommands();
     void ShowCalculation();
     void ShowGeneralData();
+    void ShowNodalEditor();
     // A project screen as a window of the MDI area, placed as it stood last time.
     QMdiSubWindow* AddScreen(QWidget* screen, QSize size, std::string_view section);
     void OpenDataUnits();
@@ -135,6 +138,7 @@ private:
     std::map<QString, QAction*> actions_;
     QPointer<QMdiSubWindow> calculationWindow_;
     QPointer<QMdiSubWindow> generalDataWindow_;
+    QPointer<QMdiSubWindow> nodalEditorWindow_;
     bool running_ = false;
     int busyDepth_ = 0;
 };
