@@ -4,11 +4,14 @@
 #include "app/recent_files.h"
 #include "core/atomic_write.h"
 #include "core/settings_keys.h"
+#include "gui/additional_fitting_calculator_dialog.h"
+#include "gui/branch_line_calculator_dialog.h"
 #include "gui/calculation_window.h"
 #include "gui/cursor_pause.h"
 #include "gui/data_units_dialog.h"
 #include "gui/general_data_window.h"
 #include "gui/help_window.h"
+#include "gui/kfactor_calculator_dialog.h"
 #include "gui/node_editor_window.h"
 #include "gui/temp_file_dialog.h"
 #include "gui/window_placement.h"
@@ -106,6 +109,20 @@ MainFrame::MainFrame(FrameSetup setup, QWidget* parent)
     setAcceptDrops(true);
     resize(1100, 760);
     BuildMenus();
+    // The calculator buttons of the help windows: the calculator's value is the pick.
+    help_->SetCalculatorOpener([this](HelpCalculator calculator,
+                                      const HelpRequest& request) -> std::optional<std::string> {
+        const QString text = QString::fromLatin1(request.FieldText.c_str());
+        std::optional<QString> value;
+        if (calculator == HelpCalculator::SprinklerKFactor) {
+            value = OpenKFactorCalculator(Calculators(), text, this);
+        } else if (calculator == HelpCalculator::BranchLine) {
+            value = OpenBranchLineCalculator(Calculators(), text, this);
+        } else {
+            value = OpenAdditionalFittingCalculator(Calculators(), 0, this);
+        }
+        return value ? std::optional(value->toLatin1().toStdString()) : std::nullopt;
+    });
     RestoreToolbarLayout();
     RestorePlacement(*this, settings_, sections::MDIForm);
     connect(area_, &QMdiArea::subWindowActivated, this, [this](QMdiSubWindow* window) {
@@ -279,7 +296,15 @@ void MainFrame::Dispatch(const QString& key) {
         ShowNodalEditor();
     } else if (key == "ToolUnits") {
         OpenDataUnits();
+    } else if (key == "ToolSprinklerCalculator") {
+        OpenKFactorCalculator(Calculators(), {}, this);
+    } else if (key == "ToolBranchLineCalculator") {
+        OpenBranchLineCalculator(Calculators(), {}, this);
     }
+}
+
+CalculatorSetup MainFrame::Calculators() {
+    return {Units(), &library_, &settings_, &dialogs_, decimalCharacter_};
 }
 
 void MainFrame::ArrangeWindows(const QString& key) {

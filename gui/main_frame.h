@@ -10,6 +10,7 @@
 #include "core/project.h"
 #include "core/settings.h"
 #include "core/units.h"
+#include "gui/calculator_fields.h"
 #include "gui/screen_dispatcher.h"
 #include "library/pipe_library.h"
 
@@ -69,6 +70,8 @@ public:
     void ApplyUnits(MeasureSystem system);
     // The units of the data screens: the open project's, or the default of the settings.
     MeasureSystem Units() const;
+    // What the calculators opened from this frame or its screens work with.
+    CalculatorSetup Calculators();
 
     ProjectLifecycle& Lifecycle() { return lifecycle_; }
     CalculationWindow* Calculation() const;
