@@ -67,6 +67,7 @@ ValidatedField* GeneralDataWindow::MakeField(GeneralField field) {
     auto* widget = new ValidatedField(this);
     widget->setObjectName(Text(info.Control));
     widget->setProperty("CurrentHelpKey", Text(info.HelpKey));
+    widget->setProperty("HelpOriginRow", static_cast<int>(field));
     if (info.Kind == GeneralFieldKind::Number || info.Kind == GeneralFieldKind::Output) {
         widget->setMaximumWidth(widget->fontMetrics().horizontalAdvance("0") * 14);
     }

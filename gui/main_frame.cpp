@@ -19,10 +19,12 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFileDialog>
+#include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QShortcut>
 #include <QStatusBar>
 #include <QStyle>
 #include <QTimer>
@@ -109,6 +111,9 @@ MainFrame::MainFrame(FrameSetup setup, QWidget* parent)
     setAcceptDrops(true);
     resize(1100, 760);
     BuildMenus();
+    auto* fieldHelp = new QShortcut(QKeySequence(Qt::Key_F1), this);
+    fieldHelp->setContext(Qt::ApplicationShortcut);
+    connect(fieldHelp, &QShortcut::activated, this, &MainFrame::ShowFocusedFieldHelp);
     // The calculator buttons of the help windows: the calculator's value is the pick.
     help_->SetCalculatorOpener([this](HelpCalculator calculator,
                                       const HelpRequest& request) -> std::optional<std::string> {
@@ -378,6 +383,7 @@ void MainFrame::ShowCalculation() {
     }
     auto* screen = new CalculationWindow(project_, library_, dialogs_, screens_, settings_, Units(),
                                          decimalCharacter_);
+    screen->SetHelp(help_);
     QMdiSubWindow* window = area_->addSubWindow(screen);
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->installEventFilter(this);
@@ -431,6 +437,28 @@ void MainFrame::ShowGeneralData() {
     connect(screen, &GeneralDataWindow::StatusTextWanted, this,
             [this](const QString& text) { statusBar()->showMessage(text); });
     generalDataWindow_->show();
+}
+
+void MainFrame::ShowFocusedFieldHelp() {
+    QWidget* field = QApplication::focusWidget();
+    const QString key = field != nullptr ? field->property("CurrentHelpKey").toString() : QString();
+    if (running_ || key.isEmpty()) {
+        return;
+    }
+    HelpRequest request;
+    request.Key = Utf8(key);
+    request.OriginRow = field->property("HelpOriginRow").toInt();
+    if (const auto* line = qobject_cast<const QLineEdit*>(field)) {
+        request.FieldText = line->text().toLatin1().toStdString();
+    }
+    // The screen is the first window around the field that carries a form's name.
+    for (const QWidget* around = field; around != nullptr; around = around->parentWidget()) {
+        if (around->objectName().startsWith("frm")) {
+            request.Screen = Utf8(around->objectName());
+            break;
+        }
+    }
+    help_->Show(request);
 }
 
 NodeEditorWindow* MainFrame::NodalEditor() const {

@@ -66,6 +66,8 @@ public:
     // The one dispatcher of the menus and the toolbar.
     void Dispatch(const QString& key);
     void RunStartFile(const QString& commandLine);
+    // F1: the help of the field that has the focus, for the screen it stands on.
+    void ShowFocusedFieldHelp();
     // frmDataUnits' OK with the system chosen.
     void ApplyUnits(MeasureSystem system);
     // The units of the data screens: the open project's, or the default of the settings.

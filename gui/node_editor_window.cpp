@@ -215,8 +215,9 @@ void NodeEditorWindow::BuildRows(int count) {
                     [this, visible, field] { FieldLeft(visible, field); });
             connect(widget, &NodeLineField::MoveLine, this,
                     [this, visible, field](int step) { Move(visible, field, step); });
-            connect(widget, &NodeLineField::Entered, this, [this, visible, field] {
+            connect(widget, &NodeLineField::Entered, this, [this, widget, visible, field] {
                 currentLine_ = firstLine_ + visible;
+                widget->setProperty("HelpOriginRow", currentLine_);
                 emit StatusTextWanted(Latin1(rules_.StatusText(field)));
             });
         }
