@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <set>
+#include <map>
 
 namespace quench {
 
@@ -89,26 +89,28 @@ int InflowNodeOf(const Project& project) {
 }
 
 std::vector<NodeLine> RefreshNodeLines(const Project& project) {
-    std::set<int> nodes;
+    // One pass over the rows: each node with the data of the first row naming it.
+    std::map<int, NodeData> nodes;
     for (int row = 1; row <= MaxPipes; ++row) {
         const PipeRecord& record = project.PipeRecord[static_cast<std::size_t>(row)];
         if (NamesBoth(record)) {
-            nodes.insert(static_cast<int>(NodeNumberAt(record, NodeEnd::Beginning)));
-            nodes.insert(static_cast<int>(NodeNumberAt(record, NodeEnd::Ending)));
+            for (const NodeEnd end : {NodeEnd::Beginning, NodeEnd::Ending}) {
+                nodes.try_emplace(static_cast<int>(NodeNumberAt(record, end)),
+                                  NodeDataAt(record, end));
+            }
         }
+    }
+    std::vector<NodeLine> lines;
+    lines.reserve(nodes.size());
+    for (const auto& [node, data] : nodes) {
+        lines.push_back({node, data});
     }
     // The inflow node is held as 10000 in the derived list, so it stands last.
     const int inflow = InflowNodeOf(project);
-    std::vector<int> order(nodes.begin(), nodes.end());
-    const auto inflowPlace = std::find(order.begin(), order.end(), inflow);
-    if (inflow != 0 && inflowPlace != order.end()) {
-        std::rotate(inflowPlace, inflowPlace + 1, order.end());
-    }
-    std::vector<NodeLine> lines;
-    lines.reserve(order.size());
-    for (const int node : order) {
-        const auto [row, end] = FirstRowOf(project, node);
-        lines.push_back({node, NodeDataAt(project.PipeRecord[static_cast<std::size_t>(row)], end)});
+    const auto inflowPlace = std::find_if(
+        lines.begin(), lines.end(), [inflow](const NodeLine& line) { return line.Node == inflow; });
+    if (inflow != 0 && inflowPlace != lines.end()) {
+        std::rotate(inflowPlace, inflowPlace + 1, lines.end());
     }
     return lines;
 }
