@@ -43,7 +43,7 @@ constexpr std::array Table{
     CommandEntry{"ToolEnterEditPipeData"sv, Menu::Project, "&Enter/Edit Pipe Data"sv, Toolbar,
                  !Exists},
     CommandEntry{"ToolNodalEditor"sv, Menu::Project, "Enter/Edit Pipe &Node Data"sv, Toolbar,
-                 !Exists},
+                 Exists},
     CommandEntry{"ToolCalculation"sv, Menu::Project, "&Calculation"sv, Toolbar, Exists},
 
     CommandEntry{"ToolReportOptions"sv, Menu::Reports, "Report &Options..."sv, Toolbar, !Exists},

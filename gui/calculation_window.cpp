@@ -5,6 +5,7 @@
 #include "core/text.h"
 #include "entry/iteration_list.h"
 #include "entry/results_grid.h"
+#include "gui/help_window.h"
 #include "gui/validated_field.h"
 
 #include <set>
@@ -135,6 +136,7 @@ ValidatedField* CalculationWindow::MakeField(CalculationField field) {
     widget->setObjectName(Text(FieldInfo(field).Control) +
                           (group > 0 ? QString::number(group) : QString()));
     widget->setProperty("CurrentHelpKey", Text(FieldInfo(field).HelpKey));
+    widget->setProperty("HelpOriginRow", index); // a pick comes back to this field
     if (FieldInfo(field).Number) {
         widget->setMaximumWidth(widget->fontMetrics().horizontalAdvance("0") * 16);
     }
@@ -412,8 +414,24 @@ void CalculationWindow::Dispatch(std::string_view command) {
         progress_.RequestCancel();
     } else if (command == "Put") {
         WriteBack();
+    } else if (command == "UpdateCalculationDataFromHelpWindow") {
+        TakeHelpChoice();
     }
-    // "UpdateCalculationDataFromHelpWindow": no help window picks values yet.
+}
+
+void CalculationWindow::TakeHelpChoice() {
+    if (help_ == nullptr) {
+        return;
+    }
+    const HelpState& state = help_->State();
+    const auto found = fields_.find(static_cast<CalculationField>(state.HelpOriginRow));
+    if (running_ || found == fields_.end() || !found->second->isEnabled() ||
+        FieldInfo(found->first).HelpKey != state.CurrentHelpKey) {
+        return;
+    }
+    // The pick goes through the field's change and leaving rules, as typed.
+    FieldEdited(found->first, Latin1(state.HelpSelection));
+    FieldLeft(found->first);
 }
 
 // --- Showing the model

@@ -31,6 +31,7 @@ namespace quench::gui {
 
 class CalculationWindow;
 class GeneralDataWindow;
+class NodeEditorWindow;
 class HelpWindows;
 
 // The dialogs the lifecycle waits for: the file dialogs and frmTempFile. The tests script them.
@@ -65,6 +66,8 @@ public:
     // The one dispatcher of the menus and the toolbar.
     void Dispatch(const QString& key);
     void RunStartFile(const QString& commandLine);
+    // F1: the help of the field that has the focus, for the screen it stands on.
+    void ShowFocusedFieldHelp();
     // frmDataUnits' OK with the system chosen.
     void ApplyUnits(MeasureSystem system);
     // The units of the data screens: the open project's, or the default of the settings.
@@ -75,6 +78,7 @@ public:
     ProjectLifecycle& Lifecycle() { return lifecycle_; }
     CalculationWindow* Calculation() const;
     GeneralDataWindow* GeneralData() const;
+    NodeEditorWindow* NodalEditor() const;
     // The help windows of every screen's fields.
     HelpWindows& Help() const { return *help_; }
     QMdiArea* Area() const { return area_; }
@@ -109,6 +113,7 @@ private:
     void UpdateCommands();
     void ShowCalculation();
     void ShowGeneralData();
+    void ShowNodalEditor();
     // A project screen as a window of the MDI area, placed as it stood last time.
     QMdiSubWindow* AddScreen(QWidget* screen, QSize size, std::string_view section);
     void OpenDataUnits();
@@ -138,6 +143,7 @@ private:
     std::map<QString, QAction*> actions_;
     QPointer<QMdiSubWindow> calculationWindow_;
     QPointer<QMdiSubWindow> generalDataWindow_;
+    QPointer<QMdiSubWindow> nodalEditorWindow_;
     bool running_ = false;
     int busyDepth_ = 0;
 };
