@@ -7,6 +7,7 @@
 #include "gui/calculation_window.h"
 #include "gui/cursor_pause.h"
 #include "gui/data_units_dialog.h"
+#include "gui/pipe_data_window.h"
 #include "gui/temp_file_dialog.h"
 #include "gui/window_placement.h"
 
@@ -267,6 +268,8 @@ void MainFrame::Dispatch(const QString& key) {
         close();
     } else if (key == "ToolCalculation") {
         ShowCalculation();
+    } else if (key == "ToolEnterEditPipeData") {
+        ShowPipeData();
     } else if (key == "ToolUnits") {
         OpenDataUnits();
     }
@@ -363,7 +366,39 @@ void MainFrame::ShowCalculation() {
     window->show();
 }
 
+PipeDataWindow* MainFrame::PipeData() const {
+    return pipeDataWindow_ != nullptr ? qobject_cast<PipeDataWindow*>(pipeDataWindow_->widget())
+                                      : nullptr;
+}
+
+void MainFrame::ShowPipeData() {
+    if (pipeDataWindow_ != nullptr) {
+        area_->setActiveSubWindow(pipeDataWindow_);
+        pipeDataWindow_->showNormal();
+        return;
+    }
+    auto* screen =
+        new PipeDataWindow(project_, library_, dialogs_, settings_, Units(), decimalCharacter_);
+    QMdiSubWindow* window = area_->addSubWindow(screen);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->installEventFilter(this);
+    window->resize(1100, 560);
+    RestorePlacement(*window, settings_, sections::EnterEditPipeData, false);
+    pipeDataWindow_ = window;
+    connect(screen, &PipeDataWindow::StatusTextWanted, this,
+            [this](const QString& text) { statusBar()->showMessage(text); });
+    // The device dialog is opened by the frame once it has one.
+    connect(screen, &PipeDataWindow::DeviceDialogWanted, this,
+            [this] { statusBar()->showMessage(tr("The device dialog is not available yet.")); });
+    window->show();
+}
+
 bool MainFrame::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Close && watched == pipeDataWindow_.data()) {
+        PipeData()->WriteBack();
+        PipeData()->Rules().CheckInflowOnLeaving();
+        SavePlacement(*pipeDataWindow_, settings_, sections::EnterEditPipeData);
+    }
     if (event->type() == QEvent::Close && watched == calculationWindow_.data()) {
         if (running_) {
             event->ignore(); // the run's screen stays until the run ends
@@ -399,6 +434,9 @@ void MainFrame::ApplyUnits(MeasureSystem system) {
         calculation->SwitchUnits(system);
         calculation->Dispatch("Updatlabel");
     }
+    if (PipeDataWindow* pipes = PipeData()) {
+        pipes->SwitchUnits(system);
+    }
 }
 
 // --- LifecycleHost
@@ -418,10 +456,16 @@ void MainFrame::WriteBackEditors() {
     if (CalculationWindow* calculation = Calculation(); calculation != nullptr && !running_) {
         calculation->WriteBack();
     }
+    if (PipeDataWindow* pipes = PipeData(); pipes != nullptr && !running_) {
+        pipes->WriteBack();
+    }
 }
 
 std::vector<std::string> MainFrame::OpenProjectScreens() const {
     std::vector<std::string> open;
+    if (pipeDataWindow_ != nullptr) {
+        open.emplace_back(PipeDataScreen);
+    }
     if (calculationWindow_ != nullptr) {
         open.emplace_back(CalculationScreenName);
     }
@@ -430,6 +474,10 @@ std::vector<std::string> MainFrame::OpenProjectScreens() const {
 
 void MainFrame::UnloadProjectScreens() {
     WriteBackEditors();
+    if (pipeDataWindow_ != nullptr) {
+        pipeDataWindow_->removeEventFilter(this);
+        delete pipeDataWindow_.data();
+    }
     if (calculationWindow_ != nullptr) {
         calculationWindow_->close();
         delete calculationWindow_.data();
@@ -439,6 +487,8 @@ void MainFrame::UnloadProjectScreens() {
 void MainFrame::OpenProjectScreen(std::string_view screen) {
     if (screen == CalculationScreenName) {
         ShowCalculation();
+    } else if (screen == PipeDataScreen) {
+        ShowPipeData();
     }
 }
 
@@ -448,6 +498,9 @@ void MainFrame::ProjectStateChanged() {
     UpdateCommands();
     if (CalculationWindow* calculation = Calculation(); calculation != nullptr && !running_) {
         calculation->Reload();
+    }
+    if (PipeDataWindow* pipes = PipeData(); pipes != nullptr && !running_) {
+        pipes->Reload();
     }
 }
 

@@ -29,6 +29,7 @@ class QTimer;
 namespace quench::gui {
 
 class CalculationWindow;
+class PipeDataWindow;
 
 // The dialogs the lifecycle waits for: the file dialogs and frmTempFile. The tests script them.
 class DesktopChoices {
@@ -69,6 +70,7 @@ public:
 
     ProjectLifecycle& Lifecycle() { return lifecycle_; }
     CalculationWindow* Calculation() const;
+    PipeDataWindow* PipeData() const;
     QMdiArea* Area() const { return area_; }
     QAction* Action(const QString& key) const;
     QMenu* RecentFilesMenu() const { return fileMenu_; }
@@ -100,6 +102,7 @@ private:
     void RebuildWindowList();
     void UpdateCommands();
     void ShowCalculation();
+    void ShowPipeData();
     void OpenDataUnits();
     void ArrangeWindows(const QString& key);
     void SetRunning(bool running);
@@ -125,6 +128,7 @@ private:
     std::vector<QAction*> windowListActions_;
     std::map<QString, QAction*> actions_;
     QPointer<QMdiSubWindow> calculationWindow_;
+    QPointer<QMdiSubWindow> pipeDataWindow_;
     bool running_ = false;
     int busyDepth_ = 0;
 };

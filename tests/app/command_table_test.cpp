@@ -96,8 +96,9 @@ TEST(CommandTable, OnlyTheFirstScreensAreInTheMenus) {
     }
     EXPECT_EQ(file, (std::vector<std::string_view>{"ToolNew", "ToolOpen", "ToolClose", "ToolSave",
                                                    "ToolSaveAs", "ToolExit"}));
-    ASSERT_EQ(MenuCommands(Menu::Project).size(), 1u);
-    EXPECT_EQ(MenuCommands(Menu::Project)[0]->Key, "ToolCalculation");
+    ASSERT_EQ(MenuCommands(Menu::Project).size(), 2u);
+    EXPECT_EQ(MenuCommands(Menu::Project)[0]->Key, "ToolEnterEditPipeData");
+    EXPECT_EQ(MenuCommands(Menu::Project)[1]->Key, "ToolCalculation");
     ASSERT_EQ(MenuCommands(Menu::Tools).size(), 1u);
     EXPECT_EQ(MenuCommands(Menu::Tools)[0]->Key, "ToolUnits");
     EXPECT_TRUE(MenuCommands(Menu::Reports).empty());

@@ -1,0 +1,170 @@
+#include "gui/calculation_window.h"
+#include "gui/pipe_data_window.h"
+#include "tests/gui/desktop_fixture.h"
+
+#include <QAction>
+#include <QClipboard>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableView>
+#include <QTest>
+
+namespace quench {
+namespace {
+
+using enum PipeColumn;
+using testing::BranchLine;
+using testing::Desktop;
+using testing::ScratchDirectory;
+
+class PipeDataWindowTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        const auto file = line_.Write(scratch_ / "projects" / "branch.qnw");
+        desktop_ = std::make_unique<Desktop>(scratch_.Path());
+        Frame().RunStartFile(QString::fromStdString(file.string()));
+        ASSERT_TRUE(Frame().Lifecycle().ProjectIsLoaded());
+        Frame().Dispatch("ToolEnterEditPipeData");
+        ASSERT_NE(Window(), nullptr);
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&Frame()));
+        QApplication::processEvents();
+    }
+
+    gui::MainFrame& Frame() { return *desktop_->Frame; }
+    gui::PipeDataWindow* Window() { return Frame().PipeData(); }
+    Project& Model() { return *desktop_->Model; }
+    QTableView& View() { return *Window()->Table(); }
+
+    // The keys as a person presses them: to the cell's editor while one is open, else the table.
+    QWidget* Typed() {
+        QWidget* editor = View().indexWidget(View().currentIndex());
+        return editor != nullptr ? editor : &View();
+    }
+    void Press(const QString& keys) {
+        for (QChar key : keys) {
+            QTest::keyClick(Typed(), key.toLatin1());
+        }
+    }
+    void Press(Qt::Key key) { QTest::keyClick(Typed(), key); }
+    // Tab from the current cell to `column` of the same row.
+    void TabTo(PipeColumn column) {
+        while (View().currentIndex().column() != IndexOf(column)) {
+            Press(Qt::Key_Tab);
+        }
+    }
+    QString Shown(int row, PipeColumn column) {
+        return View().model()->index(row - 1, IndexOf(column)).data().toString();
+    }
+
+    BranchLine line_;
+    ScratchDirectory scratch_;
+    std::unique_ptr<Desktop> desktop_;
+};
+
+TEST_F(PipeDataWindowTest, ANetworkTypedWithTheKeyboardCalculatesAsTheHandMethodSays) {
+    gui::PipeDataWindow& window = *Window();
+    EXPECT_EQ(window.windowTitle(), "Enter/Edit Pipe Data: Pipe 1 of 1000   4 Pipes Defined");
+    desktop_->Dialogs.Script(Answer::Yes);
+    window.Action("ToolClearPipe")->trigger();
+    EXPECT_EQ(Model().NumberOfPipeRows, 0);
+    EXPECT_EQ(Shown(1, BegNode), "");
+
+    View().setFocus();
+    View().setCurrentIndex(View().model()->index(0, 0));
+    const char* nodes[] = {"10", "20", "30", "40", "50"};
+    for (int row = 1; row <= 4; ++row) {
+        // Beg, End, the end's K, then the pipe: material, diameter, length.
+        Press(nodes[row - 1]);
+        TabTo(EndNode);
+        Press(nodes[row]);
+        TabTo(KFactorE);
+        Press("5.6");
+        TabTo(Material);
+        Press("1");
+        TabTo(Diameter);
+        Press("1");
+        TabTo(Length);
+        Press("10");
+        Press(Qt::Key_Return); // does nothing in a field
+        Press(Qt::Key_Down);   // the same field of the next row
+        EXPECT_EQ(View().currentIndex().row(), row);
+        View().setCurrentIndex(View().model()->index(row, 0));
+    }
+    EXPECT_EQ(Model().NumberOfPipeRows, 4);
+    // Node 20 typed into row 2 took the K of row 1's end; every row of a node agrees.
+    EXPECT_EQ(Model().PipeRecord[2].KFactorB, "5.6");
+    EXPECT_EQ(Model().PipeRecord[1].KFactorE, "5.6");
+    EXPECT_EQ(Shown(4, Length), "10.0");
+    EXPECT_EQ(Model().PipeRecord[4].Material, 1);
+
+    // Node 20 is no supply: row 1's beginning is.
+    View().setCurrentIndex(View().model()->index(0, IndexOf(BegNode)));
+    window.Action("ToolMarkInflowNode")->trigger();
+    EXPECT_EQ(Model().InflowNode, 10);
+    EXPECT_EQ(Model().PipeRecord[1].BegIsInflow, 1);
+    EXPECT_EQ(Model().PipeRecord[1].KFactorB, "0");
+
+    Frame().Dispatch("ToolCalculation");
+    ASSERT_NE(Frame().Calculation(), nullptr);
+    QTest::mouseClick(Frame().Calculation()->cmdCalculation(), Qt::LeftButton);
+    EXPECT_TRUE(desktop_->Dialogs.Empty() || desktop_->Dialogs.LastTitle() == "Clear all pipes")
+        << desktop_->Dialogs.LastText();
+    EXPECT_EQ(Model().CalculationData.HMDNodeNumber, 50);
+    EXPECT_NEAR(Model().CalculationData.HMDActualResidualPressure, BranchLine::LastPressure, 0.005);
+    EXPECT_NEAR(Model().CalculationData.InflowFlow, line_.Flow, 0.01);
+}
+
+TEST_F(PipeDataWindowTest, KeysUndoAndTheLabels) {
+    gui::PipeDataWindow& window = *Window();
+    View().setFocus();
+    // Row 2 names node 20 at its beginning; an edit there shows in row 1's end at once.
+    View().setCurrentIndex(View().model()->index(1, IndexOf(ElevationB)));
+    Press("12");
+    EXPECT_EQ(Model().PipeRecord[1].ElevationE, 12.0f);
+    EXPECT_EQ(Shown(1, ElevationE), "12.0");
+    Press(Qt::Key_Tab);
+    // A refused key leaves no trace; K keys give their words.
+    View().setCurrentIndex(View().model()->index(1, IndexOf(PressEstimateB)));
+    Press("-x");
+    Press(Qt::Key_Tab);
+    EXPECT_EQ(Model().PipeRecord[2].PressEstimateB, 0.0f);
+    View().setCurrentIndex(View().model()->index(2, IndexOf(KFactorB)));
+    Press("i");
+    Press(Qt::Key_Tab);
+    EXPECT_EQ(Model().PipeRecord[3].KFactorB, "Inact");
+    EXPECT_EQ(Model().PipeRecord[2].KFactorE, "Inact");
+    // Ctrl+Z takes back the K with its spread, then the elevation; Ctrl+Y brings the K again.
+    QTest::keyClick(&View(), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(Model().PipeRecord[2].KFactorE, "5.6");
+    QTest::keyClick(&View(), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(Model().PipeRecord[1].ElevationE, 0.0f);
+    QTest::keyClick(&View(), Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_EQ(Model().PipeRecord[1].ElevationE, 12.0f);
+    // Red diameters are open to autosizing; the area total counts the sprinklers.
+    View().setCurrentIndex(View().model()->index(0, IndexOf(Diameter)));
+    Press("0");
+    Press(Qt::Key_Tab);
+    const QModelIndex diameter = View().model()->index(0, IndexOf(Diameter));
+    EXPECT_EQ(diameter.data(Qt::ForegroundRole).value<QBrush>().color(), QColor(255, 0, 0));
+    Model().SystemData.MaximumAreaPerSprinkler = 100;
+    window.Reload();
+    EXPECT_EQ(window.TotalAreaLabel()->text(), "Total Sprk Area = 400.0");
+    // Copy a row, paste it lower down.
+    View().setCurrentIndex(View().model()->index(3, 0));
+    View().selectionModel()->select(
+        QItemSelection(View().model()->index(3, 0), View().model()->index(3, PipeColumnCount - 1)),
+        QItemSelectionModel::ClearAndSelect);
+    window.Command("Copy");
+    QString copied = QApplication::clipboard()->text();
+    copied.replace("40\t", "60\t").replace("50\t", "70\t");
+    QApplication::clipboard()->setText(copied);
+    View().setCurrentIndex(View().model()->index(9, 0));
+    window.Command("Paste");
+    EXPECT_EQ(Model().PipeRecord[10].BegNode, "60");
+    EXPECT_EQ(Model().PipeRecord[10].EndNode, "70");
+    EXPECT_EQ(Model().PipeRecord[10].Length, 10.0f);
+}
+
+} // namespace
+} // namespace quench
