@@ -11,6 +11,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QTableView>
+#include <QTimer>
 #include <QToolBar>
 #include <QVBoxLayout>
 
@@ -217,10 +218,7 @@ void PipeDataWindow::Paste() {
 
 void PipeDataWindow::WriteBack() {
     QWidget* editor = view_->indexWidget(view_->currentIndex());
-    if (editor == nullptr) {
-        editor = QApplication::focusWidget();
-    }
-    if (editor != nullptr && editor->parentWidget() == view_->viewport()) {
+    if (editor != nullptr) {
         emit delegate_->commitData(editor);
         emit delegate_->closeEditor(editor, QAbstractItemDelegate::NoHint);
     }
@@ -235,6 +233,20 @@ void PipeDataWindow::SwitchUnits(MeasureSystem system) {
     WriteBack();
     table_.SwitchUnits(system);
     model_->Reload();
+}
+
+bool PipeDataWindow::event(QEvent* event) {
+    if (event->type() == QEvent::WindowActivate) {
+        // Other screens and the calculation change rows: count and show them again, once the
+        // event that activated the window (a closing message box, say) is over.
+        QTimer::singleShot(0, this, [this] {
+            if (view_->indexWidget(view_->currentIndex()) == nullptr) {
+                project_.NumberOfPipeRows = CountPipeRows(project_);
+                model_->Reload();
+            }
+        });
+    }
+    return QWidget::event(event);
 }
 
 void PipeDataWindow::Refresh() {

@@ -57,6 +57,9 @@ signals:
     void PumpScreenWanted();
     void InputEdited();
 
+protected:
+    bool event(QEvent* event) override;
+
 private:
     void BuildToolbar();
     void Refresh();

@@ -3,6 +3,7 @@
 #include <QBrush>
 #include <QColor>
 #include <QKeyEvent>
+#include <QTimer>
 
 namespace quench::gui {
 
@@ -67,7 +68,7 @@ QVariant PipeTableModel::data(const QModelIndex& index, int role) const {
         role != Qt::BackgroundRole) {
         return {};
     }
-    const RowView view = table_.Show(PipeRow(index));
+    const RowView& view = View(PipeRow(index));
     if (role == Qt::DisplayRole || role == Qt::EditRole) {
         return view.Blank ? QString() : Text(view[column]);
     }
@@ -119,6 +120,18 @@ Qt::ItemFlags PipeTableModel::flags(const QModelIndex& index) const {
     return flags | Qt::ItemIsEditable;
 }
 
+const RowView& PipeTableModel::View(int row) const {
+    if (cachedRow_ != row) {
+        if (cachedRow_ == 0) {
+            // Kept for one pass of the event loop: another screen may change the rows after.
+            QTimer::singleShot(0, this, [this] { Forget(); });
+        }
+        cached_ = table_.Show(row);
+        cachedRow_ = row;
+    }
+    return cached_;
+}
+
 void PipeTableModel::After(const PipeEdit& edit) {
     RowsChanged(edit.Rows);
     if (edit.OpenPumpScreen) {
@@ -127,6 +140,7 @@ void PipeTableModel::After(const PipeEdit& edit) {
 }
 
 void PipeTableModel::RowsChanged(const std::vector<int>& rows) {
+    Forget();
     for (int row : rows) {
         if (row >= 1 && row <= MaxPipes) {
             emit dataChanged(index(row - 1, 0), index(row - 1, PipeColumnCount - 1));
@@ -148,6 +162,7 @@ void PipeTableModel::ChangeCell(const QModelIndex& index, const QString& text) {
 }
 
 void PipeTableModel::Reload() {
+    Forget();
     beginResetModel();
     endResetModel();
     emit Edited();

@@ -43,9 +43,14 @@ signals:
 
 private:
     void After(const PipeEdit& edit);
+    // A painted row asks for each of its cells and roles: the row is formatted once.
+    const RowView& View(int row) const;
+    void Forget() const { cachedRow_ = 0; }
 
     PipeTable& table_;
     UndoStack undo_;
+    mutable int cachedRow_ = 0;
+    mutable RowView cached_;
 };
 
 // The editor of one cell: every key a capital through the field's key filter; Enter does nothing.

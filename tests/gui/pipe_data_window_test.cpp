@@ -149,7 +149,10 @@ TEST_F(PipeDataWindowTest, KeysUndoAndTheLabels) {
     EXPECT_EQ(diameter.data(Qt::ForegroundRole).value<QBrush>().color(), QColor(255, 0, 0));
     Model().SystemData.MaximumAreaPerSprinkler = 100;
     window.Reload();
-    EXPECT_EQ(window.TotalAreaLabel()->text(), "Total Sprk Area = 400.0");
+    // Node 20 is no sprinkler any more: the elevation typed at row 2's beginning spread all of
+    // that end's data, its K "None" too, over row 1's end. Nodes 30, 40 and 50 remain.
+    EXPECT_EQ(Model().PipeRecord[1].KFactorE, "None");
+    EXPECT_EQ(window.TotalAreaLabel()->text(), "Total Sprk Area = 300.0");
     // Copy a row, paste it lower down.
     View().setCurrentIndex(View().model()->index(3, 0));
     View().selectionModel()->select(
