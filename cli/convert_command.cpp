@@ -2,9 +2,11 @@
 //   .qnd -> .qnw   .qnw -> .qnd   .qnc -> .qnw   .dxf -> .qnw   .qnw -> .dxf   .qnw -> .inp
 
 #include "cli/command.h"
+#include "cli/library_arguments.h"
 #include "core/atomic_write.h"
 #include "core/project_file.h"
 #include "core/text.h"
+#include "interchange/cad_data_file.h"
 #include "interchange/legacy_project.h"
 
 #include <filesystem>
@@ -97,6 +99,24 @@ int ProjectToLegacy(const ConvertArguments& files, std::ostream& err) {
     return ExitSuccess;
 }
 
+int CadDataToProject(const ConvertArguments& files, std::ostream& err) {
+    const std::optional<PipeLibrary> library = LoadCommandLibrary(LibraryArguments{}, err);
+    if (!library) {
+        return ExitUsage;
+    }
+    const auto project = std::make_unique<Project>();
+    std::string text;
+    if (!ReadWholeFile(files.In, text)) {
+        return UsageError(err, "cannot read " + Quoted(files.In));
+    }
+    const CadDataOutcome outcome = ReadCadData(*project, text, *library);
+    if (!outcome.Loaded) {
+        err << outcome.Title << ": " << outcome.Message << '\n';
+        return ExitStopped;
+    }
+    return WriteProjectFile(*project, files.Out, err) ? ExitSuccess : ExitUsage;
+}
+
 int RunConvert(const Arguments& arguments, std::ostream& /*out*/, std::ostream& err) {
     const auto parsed = ParseArguments(arguments, err);
     if (!parsed) {
@@ -113,6 +133,9 @@ int RunConvert(const Arguments& arguments, std::ostream& /*out*/, std::ostream& 
     }
     if (from == ".qnw" && to == ".qnd") {
         return ProjectToLegacy(*parsed, err);
+    }
+    if (from == ".qnc" && to == ".qnw") {
+        return CadDataToProject(*parsed, err);
     }
     return UsageError(err, "cannot convert " + (from.empty() ? "a file" : from) + " to " +
                                (to.empty() ? "a file" : to) +

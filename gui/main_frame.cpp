@@ -4,9 +4,13 @@
 #include "app/recent_files.h"
 #include "core/atomic_write.h"
 #include "core/settings_keys.h"
+#include "gui/branch_line_calculator_dialog.h"
 #include "gui/calculation_window.h"
 #include "gui/cursor_pause.h"
 #include "gui/data_units_dialog.h"
+#include "gui/general_data_window.h"
+#include "gui/help_window.h"
+#include "gui/kfactor_calculator_dialog.h"
 #include "gui/pipe_data_window.h"
 #include "gui/temp_file_dialog.h"
 #include "gui/window_placement.h"
@@ -97,7 +101,8 @@ MainFrame::MainFrame(FrameSetup setup, QWidget* parent)
       toolbarLayoutFile_(std::move(setup.ToolbarLayoutFile)), library_(std::move(setup.Library)),
       decimalCharacter_(setup.DecimalCharacter),
       lifecycle_(project_, dialogs_, *this, setup.Settings, setup.ProjectsDirectory),
-      area_(new QMdiArea(this)), autoSave_(new QTimer(this)) {
+      area_(new QMdiArea(this)), autoSave_(new QTimer(this)),
+      help_(new HelpWindows(project_, library_, screens_, this)) {
     setObjectName("frmMDI");
     setCentralWidget(area_);
     setAcceptDrops(true);
@@ -120,6 +125,7 @@ MainFrame::MainFrame(FrameSetup setup, QWidget* parent)
 MainFrame::~MainFrame() {
     // The screens go before the lifecycle and the dispatcher they refer to.
     delete calculationWindow_.data();
+    delete generalDataWindow_.data();
 }
 
 void MainFrame::BuildMenus() {
@@ -270,9 +276,19 @@ void MainFrame::Dispatch(const QString& key) {
         ShowCalculation();
     } else if (key == "ToolEnterEditPipeData") {
         ShowPipeData();
+    } else if (key == "ToolGPD") {
+        ShowGeneralData();
     } else if (key == "ToolUnits") {
         OpenDataUnits();
+    } else if (key == "ToolSprinklerCalculator") {
+        OpenKFactorCalculator(Calculators(), {}, this);
+    } else if (key == "ToolBranchLineCalculator") {
+        OpenBranchLineCalculator(Calculators(), {}, this);
     }
+}
+
+CalculatorSetup MainFrame::Calculators() {
+    return {Units(), &library_, &settings_, &dialogs_, decimalCharacter_};
 }
 
 void MainFrame::ArrangeWindows(const QString& key) {
@@ -379,25 +395,55 @@ void MainFrame::ShowPipeData() {
     }
     auto* screen =
         new PipeDataWindow(project_, library_, dialogs_, settings_, Units(), decimalCharacter_);
-    QMdiSubWindow* window = area_->addSubWindow(screen);
-    window->setAttribute(Qt::WA_DeleteOnClose);
-    window->installEventFilter(this);
-    window->resize(1100, 560);
-    RestorePlacement(*window, settings_, sections::EnterEditPipeData, false);
-    pipeDataWindow_ = window;
+    pipeDataWindow_ = AddScreen(screen, QSize(1100, 560), sections::EnterEditPipeData);
     connect(screen, &PipeDataWindow::StatusTextWanted, this,
             [this](const QString& text) { statusBar()->showMessage(text); });
     // The device dialog is opened by the frame once it has one.
     connect(screen, &PipeDataWindow::DeviceDialogWanted, this,
             [this] { statusBar()->showMessage(tr("The device dialog is not available yet.")); });
-    window->show();
+    pipeDataWindow_->show();
+}
+
+GeneralDataWindow* MainFrame::GeneralData() const {
+    return generalDataWindow_ != nullptr
+               ? qobject_cast<GeneralDataWindow*>(generalDataWindow_->widget())
+               : nullptr;
+}
+
+QMdiSubWindow* MainFrame::AddScreen(QWidget* screen, QSize size, std::string_view section) {
+    QMdiSubWindow* window = area_->addSubWindow(screen);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->installEventFilter(this);
+    window->setProperty("PlacementSection", Text(section));
+    window->resize(size);
+    const QMdiSubWindow* active = area_->activeSubWindow();
+    RestorePlacement(*window, settings_, section, active != nullptr && active->isMaximized());
+    return window;
+}
+
+void MainFrame::ShowGeneralData() {
+    if (generalDataWindow_ != nullptr) {
+        area_->setActiveSubWindow(generalDataWindow_);
+        generalDataWindow_->showNormal();
+        return;
+    }
+    auto* screen =
+        new GeneralDataWindow(project_, dialogs_, screens_, *help_, Units(), decimalCharacter_);
+    generalDataWindow_ = AddScreen(screen, QSize(980, 620), sections::GPDForm);
+    connect(screen, &GeneralDataWindow::StatusTextWanted, this,
+            [this](const QString& text) { statusBar()->showMessage(text); });
+    generalDataWindow_->show();
 }
 
 bool MainFrame::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Close && watched == pipeDataWindow_.data()) {
         PipeData()->WriteBack();
         PipeData()->Rules().CheckInflowOnLeaving();
-        SavePlacement(*pipeDataWindow_, settings_, sections::EnterEditPipeData);
+    }
+    if (event->type() == QEvent::Close && watched != calculationWindow_.data()) {
+        if (const QVariant section = watched->property("PlacementSection"); section.isValid()) {
+            SavePlacement(*static_cast<QWidget*>(watched), settings_, Utf8(section.toString()));
+        }
     }
     if (event->type() == QEvent::Close && watched == calculationWindow_.data()) {
         if (running_) {
@@ -437,6 +483,9 @@ void MainFrame::ApplyUnits(MeasureSystem system) {
     if (PipeDataWindow* pipes = PipeData()) {
         pipes->SwitchUnits(system);
     }
+    if (GeneralDataWindow* general = GeneralData()) {
+        general->SwitchUnits(system);
+    }
 }
 
 // --- LifecycleHost
@@ -459,6 +508,9 @@ void MainFrame::WriteBackEditors() {
     if (PipeDataWindow* pipes = PipeData(); pipes != nullptr && !running_) {
         pipes->WriteBack();
     }
+    if (GeneralDataWindow* general = GeneralData(); general != nullptr && !running_) {
+        general->WriteBack();
+    }
 }
 
 std::vector<std::string> MainFrame::OpenProjectScreens() const {
@@ -468,6 +520,9 @@ std::vector<std::string> MainFrame::OpenProjectScreens() const {
     }
     if (calculationWindow_ != nullptr) {
         open.emplace_back(CalculationScreenName);
+    }
+    if (generalDataWindow_ != nullptr) {
+        open.emplace_back(GeneralDataScreen);
     }
     return open;
 }
@@ -482,6 +537,10 @@ void MainFrame::UnloadProjectScreens() {
         calculationWindow_->close();
         delete calculationWindow_.data();
     }
+    if (generalDataWindow_ != nullptr) {
+        generalDataWindow_->close();
+        delete generalDataWindow_.data();
+    }
 }
 
 void MainFrame::OpenProjectScreen(std::string_view screen) {
@@ -489,6 +548,8 @@ void MainFrame::OpenProjectScreen(std::string_view screen) {
         ShowCalculation();
     } else if (screen == PipeDataScreen) {
         ShowPipeData();
+    } else if (screen == GeneralDataScreen) {
+        ShowGeneralData();
     }
 }
 
@@ -501,6 +562,9 @@ void MainFrame::ProjectStateChanged() {
     }
     if (PipeDataWindow* pipes = PipeData(); pipes != nullptr && !running_) {
         pipes->Reload();
+    }
+    if (GeneralDataWindow* general = GeneralData(); general != nullptr && !running_) {
+        general->Reload();
     }
 }
 

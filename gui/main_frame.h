@@ -10,6 +10,7 @@
 #include "core/project.h"
 #include "core/settings.h"
 #include "core/units.h"
+#include "gui/calculator_fields.h"
 #include "gui/screen_dispatcher.h"
 #include "library/pipe_library.h"
 
@@ -30,6 +31,8 @@ namespace quench::gui {
 
 class CalculationWindow;
 class PipeDataWindow;
+class GeneralDataWindow;
+class HelpWindows;
 
 // The dialogs the lifecycle waits for: the file dialogs and frmTempFile. The tests script them.
 class DesktopChoices {
@@ -67,10 +70,15 @@ public:
     void ApplyUnits(MeasureSystem system);
     // The units of the data screens: the open project's, or the default of the settings.
     MeasureSystem Units() const;
+    // What the calculators opened from this frame or its screens work with.
+    CalculatorSetup Calculators();
 
     ProjectLifecycle& Lifecycle() { return lifecycle_; }
     CalculationWindow* Calculation() const;
     PipeDataWindow* PipeData() const;
+    GeneralDataWindow* GeneralData() const;
+    // The help windows of every screen's fields.
+    HelpWindows& Help() const { return *help_; }
     QMdiArea* Area() const { return area_; }
     QAction* Action(const QString& key) const;
     QMenu* RecentFilesMenu() const { return fileMenu_; }
@@ -103,6 +111,9 @@ private:
     void UpdateCommands();
     void ShowCalculation();
     void ShowPipeData();
+    void ShowGeneralData();
+    // A project screen as a window of the MDI area, placed as it stood last time.
+    QMdiSubWindow* AddScreen(QWidget* screen, QSize size, std::string_view section);
     void OpenDataUnits();
     void ArrangeWindows(const QString& key);
     void SetRunning(bool running);
@@ -121,6 +132,7 @@ private:
 
     QMdiArea* area_;
     QTimer* autoSave_;
+    HelpWindows* help_;
     QMenu* fileMenu_ = nullptr;
     QMenu* windowMenu_ = nullptr;
     QAction* recentSeparator_ = nullptr;
@@ -129,6 +141,7 @@ private:
     std::map<QString, QAction*> actions_;
     QPointer<QMdiSubWindow> calculationWindow_;
     QPointer<QMdiSubWindow> pipeDataWindow_;
+    QPointer<QMdiSubWindow> generalDataWindow_;
     bool running_ = false;
     int busyDepth_ = 0;
 };

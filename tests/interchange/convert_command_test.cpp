@@ -55,6 +55,25 @@ TEST(ConvertCommand, LegacyFilesBothWays) {
     EXPECT_EQ(files, 3);
 }
 
+TEST(ConvertCommand, CadDataFiles) {
+    ScratchDirectory scratch;
+    const auto example = SourceDirectory() / "examples" / "riser_and_branch.qnc";
+    auto run = RunQuench({"convert", example.string(), (scratch / "riser.qnw").string()});
+    ASSERT_EQ(run.Status, cli::ExitSuccess) << run.Err;
+    const auto project = std::make_unique<Project>();
+    ASSERT_TRUE(ReadProject(*project, scratch / "riser.qnw"));
+    EXPECT_EQ(project->NumberOfPipeRows, 8);
+    EXPECT_EQ(project->CalculationData.InitialDampingFactor, 4);
+
+    // A refused file: its message and status 1, nothing written.
+    ASSERT_TRUE(WriteFileAtomically(scratch / "big.qnc", "5000, 0, 0, 1, 0, 0\n"));
+    run = RunQuench({"convert", (scratch / "big.qnc").string(), (scratch / "big.qnw").string()});
+    EXPECT_EQ(run.Status, cli::ExitStopped);
+    EXPECT_NE(run.Err.find("Autocad File Not Loaded: The file holds 5000 pipes"), std::string::npos)
+        << run.Err;
+    EXPECT_FALSE(std::filesystem::exists(scratch / "big.qnw"));
+}
+
 TEST(ConvertCommand, UsageAndFileErrors) {
     ScratchDirectory scratch;
     ExpectOneLineError(RunQuench({"convert"}), "usage: quench convert");
