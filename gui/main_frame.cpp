@@ -126,6 +126,7 @@ MainFrame::~MainFrame() {
     // The screens go before the lifecycle and the dispatcher they refer to.
     delete calculationWindow_.data();
     delete generalDataWindow_.data();
+    delete pipeDataWindow_.data();
 }
 
 void MainFrame::BuildMenus() {
@@ -395,6 +396,7 @@ void MainFrame::ShowPipeData() {
     }
     auto* screen =
         new PipeDataWindow(project_, library_, dialogs_, settings_, Units(), decimalCharacter_);
+    screen->UseHelp(*help_, screens_);
     pipeDataWindow_ = AddScreen(screen, QSize(1100, 560), sections::EnterEditPipeData);
     connect(screen, &PipeDataWindow::StatusTextWanted, this,
             [this](const QString& text) { statusBar()->showMessage(text); });

@@ -2,13 +2,16 @@
 
 #include "core/settings_keys.h"
 #include "entry/pipe_table_clipboard.h"
+#include "gui/help_window.h"
 #include "gui/pipe_table_model.h"
+#include "gui/screen_dispatcher.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QTableView>
 #include <QTimer>
@@ -80,7 +83,50 @@ PipeDataWindow::PipeDataWindow(Project& project, const PipeLibrary& library, Dia
     Refresh();
 }
 
-PipeDataWindow::~PipeDataWindow() = default;
+PipeDataWindow::~PipeDataWindow() {
+    if (screens_ != nullptr) {
+        screens_->Unregister(ScreenName);
+    }
+}
+
+void PipeDataWindow::UseHelp(HelpWindows& help, ScreenDispatcher& screens) {
+    help_ = &help;
+    screens_ = &screens;
+    screens.Register(ScreenName, [this](std::string_view command) { Dispatch(command); });
+}
+
+void PipeDataWindow::Dispatch(std::string_view command) {
+    if (command != HelpReturnWord(ScreenName) || help_ == nullptr) {
+        return;
+    }
+    // A pick from a help list goes into its field as if typed there.
+    const HelpState& state = help_->State();
+    const int row = state.HelpOriginRow;
+    PipeEdit edit;
+    Recorded([&] { edit = table_.Enter(row, helpColumn_, state.HelpSelection); });
+    model_->RowsChanged(edit.Rows);
+    if (edit.OpenPumpScreen) {
+        emit PumpScreenWanted();
+    }
+}
+
+void PipeDataWindow::keyPressEvent(QKeyEvent* event) {
+    const QModelIndex current = view_->currentIndex();
+    if (event->key() != Qt::Key_F1 || help_ == nullptr || !current.isValid()) {
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    WriteBack();
+    helpColumn_ = ColumnAt(current.column());
+    const RowView row = table_.Show(current.row() + 1);
+    HelpRequest request;
+    request.Key = std::string(ColumnInfo(helpColumn_).HelpKey);
+    request.OriginRow = current.row() + 1;
+    request.FieldText = row[helpColumn_];
+    request.Screen = std::string(ScreenName);
+    request.MaterialText = row[PipeColumn::Material];
+    help_->Show(request);
+}
 
 void PipeDataWindow::BuildToolbar() {
     const ToolInfo tools[] = {

@@ -22,8 +22,10 @@ class QToolBar;
 
 namespace quench::gui {
 
+class HelpWindows;
 class PipeTableModel;
 class PipeCellDelegate;
+class ScreenDispatcher;
 
 class PipeDataWindow : public QWidget {
     Q_OBJECT
@@ -33,6 +35,13 @@ public:
                    IniFileHandler settings, MeasureSystem system, char decimalCharacter,
                    QWidget* parent = nullptr);
     ~PipeDataWindow() override;
+
+    static constexpr std::string_view ScreenName = "frmEEPipeData";
+
+    // The help windows of the fields (F1 on a cell) and the dispatcher that returns their picks.
+    void UseHelp(HelpWindows& help, ScreenDispatcher& screens);
+    // The screen's dispatcher words: "UpdateEEPipeDataFromHelpWindow".
+    void Dispatch(std::string_view command);
 
     // The commands by their toolbar keys ("ToolAddPipe", "Undo", "Paste", ...).
     void Command(const QString& key);
@@ -59,6 +68,7 @@ signals:
 
 protected:
     bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void BuildToolbar();
@@ -83,6 +93,9 @@ private:
     QLabel* totalArea_;
     std::map<QString, QAction*> actions_;
     NodeEnd lastNodeEnd_ = NodeEnd::Beginning;
+    HelpWindows* help_ = nullptr;
+    ScreenDispatcher* screens_ = nullptr;
+    PipeColumn helpColumn_ = PipeColumn::BegNode;
 };
 
 } // namespace quench::gui

@@ -1,4 +1,5 @@
 #include "gui/calculation_window.h"
+#include "gui/help_window.h"
 #include "gui/pipe_data_window.h"
 #include "tests/gui/desktop_fixture.h"
 
@@ -167,6 +168,23 @@ TEST_F(PipeDataWindowTest, KeysUndoAndTheLabels) {
     EXPECT_EQ(Model().PipeRecord[10].BegNode, "60");
     EXPECT_EQ(Model().PipeRecord[10].EndNode, "70");
     EXPECT_EQ(Model().PipeRecord[10].Length, 10.0f);
+}
+
+TEST_F(PipeDataWindowTest, APickFromAFieldsHelpListGoesIntoTheField) {
+    View().setFocus();
+    View().setCurrentIndex(View().model()->index(1, IndexOf(Material)));
+    QTest::keyClick(&View(), Qt::Key_F1);
+    auto* list = qobject_cast<gui::HelpListWindow*>(Frame().Help().Current());
+    ASSERT_NE(list, nullptr);
+    EXPECT_EQ(list->lblHelpTitle()->text(), "Pipe Material");
+    list->txtDefaultValue()->setText("2");
+    QTest::mouseClick(list->cmdOK(), Qt::LeftButton);
+    QApplication::processEvents();
+    EXPECT_EQ(Model().PipeRecord[2].Material, 2);
+    EXPECT_EQ(Shown(2, Material), "2");
+    // The pick is one step of Undo.
+    Window()->Action("Undo")->trigger();
+    EXPECT_EQ(Model().PipeRecord[2].Material, 1);
 }
 
 } // namespace
