@@ -2,6 +2,7 @@
 #include "gui/help_window.h"
 #include "gui/pipe_data_window.h"
 #include "tests/gui/desktop_fixture.h"
+#include "tests/support/network_builder.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -168,6 +169,59 @@ TEST_F(PipeDataWindowTest, KeysUndoAndTheLabels) {
     EXPECT_EQ(Model().PipeRecord[10].BegNode, "60");
     EXPECT_EQ(Model().PipeRecord[10].EndNode, "70");
     EXPECT_EQ(Model().PipeRecord[10].Length, 10.0f);
+}
+
+// The bundled branch-line example typed again into its own project, key by key, from the texts its
+// rows show: the same answer as the example calculated as it was written.
+TEST_F(PipeDataWindowTest, TheBranchLineExampleTypedAgainGivesTheSameAnswer) {
+    const auto example = scratch_ / "example.qnw";
+    std::filesystem::copy_file(testing::SourceDirectory() / "examples" / "branch_line.qnw",
+                               example);
+    auto reference = std::make_unique<Project>();
+    ASSERT_TRUE(ReadProject(*reference, example));
+    testing::CalculationRun run;
+    ASSERT_TRUE(run.Calculate(*reference));
+    Frame().RunStartFile(QString::fromStdString(example.string()));
+    Frame().Dispatch("ToolEnterEditPipeData");
+    gui::PipeDataWindow& window = *Window();
+    desktop_->Dialogs.Script(Answer::Yes);
+    window.Action("ToolClearPipe")->trigger();
+    ASSERT_EQ(Model().NumberOfPipeRows, 0);
+
+    View().setFocus();
+    for (int row = 1; row <= reference->NumberOfPipeRows; ++row) {
+        const RowView shown = ShowRow(*reference, row, MeasureSystem::US);
+        View().setCurrentIndex(View().model()->index(row - 1, 0));
+        for (PipeColumn column : {BegNode, ElevationB, EndNode, KFactorE, ElevationE,
+                                  SprinklerAreaE, Material, Diameter, Length, FittingText}) {
+            const std::string text = shown[column];
+            if (text.empty()) {
+                continue;
+            }
+            TabTo(column);
+            Press(QString::fromStdString(text == "None" ? "N" : text));
+        }
+        Press(Qt::Key_Tab);
+    }
+    View().setCurrentIndex(View().model()->index(0, IndexOf(BegNode)));
+    window.Action("ToolMarkInflowNode")->trigger();
+    ASSERT_EQ(Model().NumberOfPipeRows, reference->NumberOfPipeRows);
+    for (int row = 1; row <= reference->NumberOfPipeRows; ++row) {
+        EXPECT_EQ(Model().PipeRecord[row].TotalEquivLength,
+                  reference->PipeRecord[row].TotalEquivLength)
+            << row;
+    }
+
+    Frame().Dispatch("ToolCalculation");
+    QTest::mouseClick(Frame().Calculation()->cmdCalculation(), Qt::LeftButton);
+    const CalculationData& typed = Model().CalculationData;
+    const CalculationData& expected = reference->CalculationData;
+    EXPECT_TRUE(Frame().Lifecycle().ResultsFresh());
+    EXPECT_GT(typed.InflowFlow, 5 * 5.6 * std::sqrt(7.0)); // five sprinklers at 7 psi or more
+    EXPECT_EQ(typed.HMDNodeNumber, expected.HMDNodeNumber);
+    EXPECT_DOUBLE_EQ(typed.InflowResidualPressure, expected.InflowResidualPressure);
+    EXPECT_DOUBLE_EQ(typed.InflowFlow, expected.InflowFlow);
+    EXPECT_DOUBLE_EQ(typed.SprinklerFlow, expected.SprinklerFlow);
 }
 
 TEST_F(PipeDataWindowTest, APickFromAFieldsHelpListGoesIntoTheField) {
