@@ -41,7 +41,7 @@ constexpr std::array Table{
 
     CommandEntry{"ToolGPD"sv, Menu::Project, "&General Project Data"sv, Toolbar, Exists},
     CommandEntry{"ToolEnterEditPipeData"sv, Menu::Project, "&Enter/Edit Pipe Data"sv, Toolbar,
-                 !Exists},
+                 Exists},
     CommandEntry{"ToolNodalEditor"sv, Menu::Project, "Enter/Edit Pipe &Node Data"sv, Toolbar,
                  Exists},
     CommandEntry{"ToolCalculation"sv, Menu::Project, "&Calculation"sv, Toolbar, Exists},

@@ -13,6 +13,7 @@
 #include "gui/help_window.h"
 #include "gui/kfactor_calculator_dialog.h"
 #include "gui/node_editor_window.h"
+#include "gui/pipe_data_window.h"
 #include "gui/temp_file_dialog.h"
 #include "gui/window_placement.h"
 
@@ -147,6 +148,7 @@ MainFrame::~MainFrame() {
     delete calculationWindow_.data();
     delete generalDataWindow_.data();
     delete nodalEditorWindow_.data();
+    delete pipeDataWindow_.data();
 }
 
 void MainFrame::BuildMenus() {
@@ -295,6 +297,8 @@ void MainFrame::Dispatch(const QString& key) {
         close();
     } else if (key == "ToolCalculation") {
         ShowCalculation();
+    } else if (key == "ToolEnterEditPipeData") {
+        ShowPipeData();
     } else if (key == "ToolGPD") {
         ShowGeneralData();
     } else if (key == "ToolNodalEditor") {
@@ -408,6 +412,29 @@ void MainFrame::ShowCalculation() {
     window->show();
 }
 
+PipeDataWindow* MainFrame::PipeData() const {
+    return pipeDataWindow_ != nullptr ? qobject_cast<PipeDataWindow*>(pipeDataWindow_->widget())
+                                      : nullptr;
+}
+
+void MainFrame::ShowPipeData() {
+    if (pipeDataWindow_ != nullptr) {
+        area_->setActiveSubWindow(pipeDataWindow_);
+        pipeDataWindow_->showNormal();
+        return;
+    }
+    auto* screen =
+        new PipeDataWindow(project_, library_, dialogs_, settings_, Units(), decimalCharacter_);
+    screen->UseHelp(*help_, screens_);
+    pipeDataWindow_ = AddScreen(screen, QSize(1100, 560), sections::EnterEditPipeData);
+    connect(screen, &PipeDataWindow::StatusTextWanted, this,
+            [this](const QString& text) { statusBar()->showMessage(text); });
+    // The device dialog is opened by the frame once it has one.
+    connect(screen, &PipeDataWindow::DeviceDialogWanted, this,
+            [this] { statusBar()->showMessage(tr("The device dialog is not available yet.")); });
+    pipeDataWindow_->show();
+}
+
 GeneralDataWindow* MainFrame::GeneralData() const {
     return generalDataWindow_ != nullptr
                ? qobject_cast<GeneralDataWindow*>(generalDataWindow_->widget())
@@ -482,6 +509,10 @@ void MainFrame::ShowNodalEditor() {
 }
 
 bool MainFrame::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Close && watched == pipeDataWindow_.data()) {
+        PipeData()->WriteBack();
+        PipeData()->Rules().CheckInflowOnLeaving();
+    }
     if (event->type() == QEvent::Close && watched != calculationWindow_.data()) {
         if (const QVariant section = watched->property("PlacementSection"); section.isValid()) {
             SavePlacement(*static_cast<QWidget*>(watched), settings_, Utf8(section.toString()));
@@ -522,6 +553,9 @@ void MainFrame::ApplyUnits(MeasureSystem system) {
         calculation->SwitchUnits(system);
         calculation->Dispatch("Updatlabel");
     }
+    if (PipeDataWindow* pipes = PipeData()) {
+        pipes->SwitchUnits(system);
+    }
     if (GeneralDataWindow* general = GeneralData()) {
         general->SwitchUnits(system);
     }
@@ -547,6 +581,9 @@ void MainFrame::WriteBackEditors() {
     if (CalculationWindow* calculation = Calculation(); calculation != nullptr && !running_) {
         calculation->WriteBack();
     }
+    if (PipeDataWindow* pipes = PipeData(); pipes != nullptr && !running_) {
+        pipes->WriteBack();
+    }
     if (GeneralDataWindow* general = GeneralData(); general != nullptr && !running_) {
         general->WriteBack();
     }
@@ -557,6 +594,9 @@ void MainFrame::WriteBackEditors() {
 
 std::vector<std::string> MainFrame::OpenProjectScreens() const {
     std::vector<std::string> open;
+    if (pipeDataWindow_ != nullptr) {
+        open.emplace_back(PipeDataScreen);
+    }
     if (calculationWindow_ != nullptr) {
         open.emplace_back(CalculationScreenName);
     }
@@ -568,6 +608,10 @@ std::vector<std::string> MainFrame::OpenProjectScreens() const {
 
 void MainFrame::UnloadProjectScreens() {
     WriteBackEditors();
+    if (pipeDataWindow_ != nullptr) {
+        pipeDataWindow_->removeEventFilter(this);
+        delete pipeDataWindow_.data();
+    }
     if (calculationWindow_ != nullptr) {
         calculationWindow_->close();
         delete calculationWindow_.data();
@@ -585,6 +629,8 @@ void MainFrame::UnloadProjectScreens() {
 void MainFrame::OpenProjectScreen(std::string_view screen) {
     if (screen == CalculationScreenName) {
         ShowCalculation();
+    } else if (screen == PipeDataScreen) {
+        ShowPipeData();
     } else if (screen == GeneralDataScreen) {
         ShowGeneralData();
     }
@@ -596,6 +642,9 @@ void MainFrame::ProjectStateChanged() {
     UpdateCommands();
     if (CalculationWindow* calculation = Calculation(); calculation != nullptr && !running_) {
         calculation->Reload();
+    }
+    if (PipeDataWindow* pipes = PipeData(); pipes != nullptr && !running_) {
+        pipes->Reload();
     }
     if (GeneralDataWindow* general = GeneralData(); general != nullptr && !running_) {
         general->Reload();

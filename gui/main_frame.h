@@ -30,6 +30,7 @@ class QTimer;
 namespace quench::gui {
 
 class CalculationWindow;
+class PipeDataWindow;
 class GeneralDataWindow;
 class NodeEditorWindow;
 class HelpWindows;
@@ -77,6 +78,7 @@ public:
 
     ProjectLifecycle& Lifecycle() { return lifecycle_; }
     CalculationWindow* Calculation() const;
+    PipeDataWindow* PipeData() const;
     GeneralDataWindow* GeneralData() const;
     NodeEditorWindow* NodalEditor() const;
     // The help windows of every screen's fields.
@@ -112,6 +114,7 @@ private:
     void RebuildWindowList();
     void UpdateCommands();
     void ShowCalculation();
+    void ShowPipeData();
     void ShowGeneralData();
     void ShowNodalEditor();
     // A project screen as a window of the MDI area, placed as it stood last time.
@@ -142,6 +145,7 @@ private:
     std::vector<QAction*> windowListActions_;
     std::map<QString, QAction*> actions_;
     QPointer<QMdiSubWindow> calculationWindow_;
+    QPointer<QMdiSubWindow> pipeDataWindow_;
     QPointer<QMdiSubWindow> generalDataWindow_;
     QPointer<QMdiSubWindow> nodalEditorWindow_;
     bool running_ = false;

@@ -108,6 +108,7 @@ TEST(CommandTable, OnlyTheFirstScreensAreInTheMenus) {
     };
     const auto project = keys(Menu::Project);
     EXPECT_TRUE(has(project, "ToolGPD"));
+    EXPECT_TRUE(has(project, "ToolEnterEditPipeData"));
     EXPECT_EQ(project.back(), "ToolCalculation");
     const auto tools = keys(Menu::Tools);
     for (const char* key : {"ToolUnits", "ToolBranchLineCalculator", "ToolSprinklerCalculator"}) {
