@@ -1,12 +1,15 @@
 #include "gui/main_frame.h"
 
 #include "app/command_table.h"
+#include "app/directories.h"
 #include "app/recent_files.h"
 #include "core/atomic_write.h"
 #include "core/settings_keys.h"
 #include "gui/calculation_window.h"
 #include "gui/cursor_pause.h"
 #include "gui/data_units_dialog.h"
+#include "gui/report_commands.h"
+#include "gui/report_preview.h"
 #include "gui/temp_file_dialog.h"
 #include "gui/window_placement.h"
 
@@ -113,7 +116,29 @@ MainFrame::MainFrame(FrameSetup setup, QWidget* parent)
     connect(autoSave_, &QTimer::timeout, this, &MainFrame::AutoSaveTimerTick);
     autoSave_->start();
     statusBar()->showMessage(QString());
+    SetUpReports();
     ProjectStateChanged();
+}
+
+void MainFrame::SetUpReports() {
+    reports_ = new ReportCommands(
+        this,
+        [this] {
+            ReportSource source;
+            source.Model = lifecycle_.ProjectIsLoaded() ? &project_ : nullptr;
+            source.Library = &library_;
+            source.PumpDatabase = library_.File.parent_path() / std::string(PumpDatabaseFileName);
+            source.FileName = [this] { return lifecycle_.ProjectFileName().filename().string(); };
+            source.Boxes = &dialogs_;
+            return source;
+        },
+        settings_);
+    reports_->Calculate = [this] {
+        Dispatch("ToolCalculation");
+        if (Calculation() != nullptr) {
+            Calculation()->Dispatch("Calculate");
+        }
+    };
 }
 
 MainFrame::~MainFrame() {
@@ -269,6 +294,8 @@ void MainFrame::Dispatch(const QString& key) {
         ShowCalculation();
     } else if (key == "ToolUnits") {
         OpenDataUnits();
+    } else if (ReportCommands::IsReportCommand(key)) {
+        reports_->Dispatch(key);
     }
 }
 
@@ -399,6 +426,7 @@ void MainFrame::ApplyUnits(MeasureSystem system) {
         calculation->SwitchUnits(system);
         calculation->Dispatch("Updatlabel");
     }
+    reports_->RefreshPreview();
 }
 
 // --- LifecycleHost

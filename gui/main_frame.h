@@ -29,6 +29,7 @@ class QTimer;
 namespace quench::gui {
 
 class CalculationWindow;
+class ReportCommands;
 
 // The dialogs the lifecycle waits for: the file dialogs and frmTempFile. The tests script them.
 class DesktopChoices {
@@ -69,6 +70,7 @@ public:
 
     ProjectLifecycle& Lifecycle() { return lifecycle_; }
     CalculationWindow* Calculation() const;
+    ReportCommands* Reports() const { return reports_; }
     QMdiArea* Area() const { return area_; }
     QAction* Action(const QString& key) const;
     QMenu* RecentFilesMenu() const { return fileMenu_; }
@@ -100,6 +102,7 @@ private:
     void RebuildWindowList();
     void UpdateCommands();
     void ShowCalculation();
+    void SetUpReports();
     void OpenDataUnits();
     void ArrangeWindows(const QString& key);
     void SetRunning(bool running);
@@ -127,6 +130,7 @@ private:
     QPointer<QMdiSubWindow> calculationWindow_;
     bool running_ = false;
     int busyDepth_ = 0;
+    ReportCommands* reports_ = nullptr;
 };
 
 } // namespace quench::gui

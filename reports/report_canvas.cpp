@@ -9,7 +9,7 @@ namespace quench {
 namespace {
 
 constexpr int CellPadding = 50; // twips on each side of a cell's text
-constexpr int RowPadding = 15; // twips above and below a row's text
+constexpr int RowPadding = 15;  // twips above and below a row's text
 constexpr Rgb HeadingShade{230, 230, 230};
 
 std::vector<std::string_view> Words(std::string_view text) {
@@ -132,6 +132,12 @@ void ReportCanvas::DrawAligned(int left, int width, CellAlign align, const FontS
         x += align == CellAlign::Right ? room : room / 2;
     }
     DrawText(x, CurrentY, font, TextColor, text);
+}
+
+void ReportCanvas::KeepTogether(int rows) {
+    if (open_) {
+        BreakFor(rows * (LineHeight(Font) + 2 * RowPadding));
+    }
 }
 
 void ReportCanvas::Paragraph(std::string_view text) {

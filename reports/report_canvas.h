@@ -113,6 +113,10 @@ public:
     void AddTable(const TableFormat& format, const TableRow& heading,
                   const std::vector<TableRow>& body);
 
+    // A new page now, through the page handler, unless as many one-line body rows as given still
+    // fit: the lines of one item stay together.
+    void KeepTogether(int rows);
+
     // Called after each page that the canvas starts for a row or paragraph that did not fit.
     void SetPageHandler(std::function<void()> handler) { pageHandler_ = std::move(handler); }
 

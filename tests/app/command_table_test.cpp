@@ -95,12 +95,14 @@ TEST(CommandTable, OnlyTheFirstScreensAreInTheMenus) {
         file.push_back(entry->Key);
     }
     EXPECT_EQ(file, (std::vector<std::string_view>{"ToolNew", "ToolOpen", "ToolClose", "ToolSave",
-                                                   "ToolSaveAs", "ToolExit"}));
+                                                   "ToolSaveAs", "ToolPreview", "ToolPrint",
+                                                   "ToolPrinterSetup", "ToolExit"}));
     ASSERT_EQ(MenuCommands(Menu::Project).size(), 1u);
     EXPECT_EQ(MenuCommands(Menu::Project)[0]->Key, "ToolCalculation");
     ASSERT_EQ(MenuCommands(Menu::Tools).size(), 1u);
     EXPECT_EQ(MenuCommands(Menu::Tools)[0]->Key, "ToolUnits");
-    EXPECT_TRUE(MenuCommands(Menu::Reports).empty());
+    ASSERT_EQ(MenuCommands(Menu::Reports).size(), 1u);
+    EXPECT_EQ(MenuCommands(Menu::Reports)[0]->Key, "ToolReportOptions");
     EXPECT_TRUE(MenuCommands(Menu::Libraries).empty());
     EXPECT_EQ(MenuCommands(Menu::Window).size(), 8u);
     for (const CommandEntry* entry : ToolbarCommands()) {

@@ -17,7 +17,8 @@ namespace {
 using namespace quench::testing;
 
 // A calculated tree of three branch lines, written as a project file.
-std::filesystem::path WriteCalculatedTree(const ScratchDirectory& scratch, const std::string& name) {
+std::filesystem::path WriteCalculatedTree(const ScratchDirectory& scratch,
+                                          const std::string& name) {
     const auto project = std::make_unique<Project>();
     ResetProject(*project);
     project->ProjectData.Title = "Report Test";
@@ -118,8 +119,9 @@ TEST(ReportCommand, UsageAndFileErrors) {
                        "--si and --us exclude each other");
     ExpectOneLineError(RunQuench({"report", (scratch / "none.qnw").string(), "-o", pdf}),
                        "no such project file");
-    ExpectOneLineError(RunQuench({"report", file.string(), "-o", (scratch / "no" / "dir" / "").string()}),
-                       "cannot write");
+    ExpectOneLineError(
+        RunQuench({"report", file.string(), "-o", (scratch / "no" / "dir" / "").string()}),
+        "cannot write");
     EXPECT_FALSE(std::filesystem::exists(pdf));
 }
 

@@ -5,6 +5,7 @@
 #include "core/atomic_write.h"
 #include "tests/reports/report_projects.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 #include <gtest/gtest.h>
@@ -26,7 +27,14 @@ void ExpectGolden(const std::string& name, const std::string& text) {
     }
     std::string expected;
     ASSERT_TRUE(ReadWholeFile(file, expected)) << "missing " << file;
-    EXPECT_EQ(text, expected) << "the report " << name << " changed";
+    // The first line that differs, rather than two whole documents.
+    const std::vector<std::string> got = Lines(text);
+    const std::vector<std::string> want = Lines(expected);
+    for (std::size_t line = 0; line < std::min(got.size(), want.size()); ++line) {
+        ASSERT_EQ(got[line], want[line])
+            << "the report " << name << " changed at line " << line + 1;
+    }
+    EXPECT_EQ(got.size(), want.size()) << "the report " << name << " changed its length";
 }
 
 TEST(ReportGolden, TreeInUsUnits) {
