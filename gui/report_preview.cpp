@@ -102,6 +102,14 @@ void ReportPreview::ShowPage(int page) {
     view_->SetPage(shown);
     const QSignalBlocker blocker(pageNumber_);
     pageNumber_->setValue(shown);
+    // The report list names the section the page belongs to.
+    const QSignalBlocker listBlocker(reports_);
+    for (int entry = reports_->count() - 1; entry >= 0; --entry) {
+        if (reports_->itemData(entry).toInt() <= shown) {
+            reports_->setCurrentIndex(entry);
+            break;
+        }
+    }
     scroll_->ensureVisible(0, 0);
 }
 

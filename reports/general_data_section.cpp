@@ -247,6 +247,7 @@ void CalculationProjectData(ReportDocument& document) {
 
 void GeneralProjectDataSection(ReportDocument& document) {
     document.BeginSection("General Project Data Report", "");
+    document.OnPageBreak([&] { document.BeginSection("General Project Data Report", ""); });
     GeneralData(document);
     ProjectDataRows(document);
     SprinklerSpecifications(document);

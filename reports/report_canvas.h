@@ -146,6 +146,8 @@ private:
         CellAlign Align = CellAlign::Left;
     };
 
+    std::vector<std::string> BreakWord(const FontSpec& font, std::string_view word,
+                                       int width) const;
     std::vector<std::string> Wrap(const FontSpec& font, std::string_view text, int width) const;
     std::vector<LaidOutCell> LayOutRow(const TableFormat& format, const std::vector<int>& widths,
                                        const TableRow& row, const FontSpec& font) const;

@@ -110,3 +110,18 @@ TEST(ReportCanvas, MeasuresWrapsAndConvertsUnits) {
 
 } // namespace
 } // namespace quench
+
+namespace quench {
+namespace {
+
+TEST(ReportCanvas, AWordWiderThanItsCellBreaksAfterASlashOrAnywhere) {
+    TextCanvas canvas;
+    canvas.Font.Size = 10; // 100 twips a character
+    // A heading cell of 1000 twips leaves 900 for text: nine characters.
+    EXPECT_EQ(canvas.Measure("(gpm/inch-psi)", 1000), 2 * canvas.LineHeight(canvas.Font));
+    EXPECT_EQ(canvas.Measure("ABCDEFGHIJKLMNOPQRST", 500), 4 * canvas.LineHeight(canvas.Font));
+    EXPECT_EQ(canvas.Measure("", 500), canvas.LineHeight(canvas.Font));
+}
+
+} // namespace
+} // namespace quench
