@@ -141,3 +141,32 @@ TEST(ReportGolden, NoSectionIsOneEmptyPage) {
 
 } // namespace
 } // namespace quench
+
+namespace quench {
+namespace {
+
+using namespace quench::testing;
+
+TEST(ReportTitlePage, TheLogoWhenItsFileIsThereAndTheFooterAsOptioned) {
+    ScratchDirectory scratch;
+    const auto project = TreeProject();
+    ReportOptions options = DefaultReportOptions();
+    options.Set(ReportSection::TitlePage, true);
+    options.PrintLogo = true;
+    options.TitlePageLogo = (scratch / "missing.png").string();
+    EXPECT_EQ(Render(*project, options)->Text.find("(picture"), std::string::npos);
+    ASSERT_TRUE(WriteFileAtomically(scratch / "logo.png", "not checked by the text canvas"));
+    options.TitlePageLogo = (scratch / "logo.png").string();
+    options.FileName = false;
+    options.Date = false;
+    options.StartingPageNo = 4;
+    const std::string text = Render(*project, options)->Text;
+    EXPECT_NE(text.find("(picture logo.png)\nQuench Sprinkler Reports\nfor\nWarehouse Addition\n"
+                        "Prepared By:\nJ. Engineer\n"),
+              std::string::npos);
+    // The footer's cells stand empty where their options are off; the numbers start at 4.
+    EXPECT_NE(text.find("\n | Page 4 | \n"), std::string::npos);
+}
+
+} // namespace
+} // namespace quench
