@@ -34,9 +34,9 @@ constexpr std::array Table{
                  !Exists},
     CommandEntry{"CalculatedSizestoDWG"sv, Menu::File, "&Write Calculated Sizes to Drawing"sv,
                  !Toolbar, !Exists},
-    CommandEntry{"ToolPreview"sv, Menu::File, "Print Pre&view"sv, Toolbar, !Exists},
-    CommandEntry{"ToolPrint"sv, Menu::File, "&Print"sv, Toolbar, !Exists},
-    CommandEntry{"ToolPrinterSetup"sv, Menu::File, "Printer Set&up..."sv, !Toolbar, !Exists},
+    CommandEntry{"ToolPreview"sv, Menu::File, "Print Pre&view"sv, Toolbar, Exists},
+    CommandEntry{"ToolPrint"sv, Menu::File, "&Print"sv, Toolbar, Exists},
+    CommandEntry{"ToolPrinterSetup"sv, Menu::File, "Printer Set&up..."sv, !Toolbar, Exists},
     CommandEntry{"ToolExit"sv, Menu::File, "E&xit"sv, !Toolbar, Exists},
 
     CommandEntry{"ToolGPD"sv, Menu::Project, "&General Project Data"sv, Toolbar, Exists},
@@ -46,7 +46,7 @@ constexpr std::array Table{
                  Exists},
     CommandEntry{"ToolCalculation"sv, Menu::Project, "&Calculation"sv, Toolbar, Exists},
 
-    CommandEntry{"ToolReportOptions"sv, Menu::Reports, "Report &Options..."sv, Toolbar, !Exists},
+    CommandEntry{"ToolReportOptions"sv, Menu::Reports, "Report &Options..."sv, Toolbar, Exists},
     CommandEntry{"ToolDXF_Graph"sv, Menu::Reports, "Save Graph as AutoCAD D&XF File..."sv, !Toolbar,
                  !Exists},
 

@@ -1,6 +1,7 @@
 #include "gui/main_frame.h"
 
 #include "app/command_table.h"
+#include "app/directories.h"
 #include "app/recent_files.h"
 #include "core/atomic_write.h"
 #include "core/settings_keys.h"
@@ -14,6 +15,8 @@
 #include "gui/kfactor_calculator_dialog.h"
 #include "gui/node_editor_window.h"
 #include "gui/pipe_data_window.h"
+#include "gui/report_commands.h"
+#include "gui/report_preview.h"
 #include "gui/temp_file_dialog.h"
 #include "gui/window_placement.h"
 
@@ -140,7 +143,29 @@ MainFrame::MainFrame(FrameSetup setup, QWidget* parent)
     connect(autoSave_, &QTimer::timeout, this, &MainFrame::AutoSaveTimerTick);
     autoSave_->start();
     statusBar()->showMessage(QString());
+    SetUpReports();
     ProjectStateChanged();
+}
+
+void MainFrame::SetUpReports() {
+    reports_ = new ReportCommands(
+        this,
+        [this] {
+            ReportSource source;
+            source.Model = lifecycle_.ProjectIsLoaded() ? &project_ : nullptr;
+            source.Library = &library_;
+            source.PumpDatabase = library_.File.parent_path() / std::string(PumpDatabaseFileName);
+            source.FileName = [this] { return lifecycle_.ProjectFileName().filename().string(); };
+            source.Boxes = &dialogs_;
+            return source;
+        },
+        settings_);
+    reports_->Calculate = [this] {
+        Dispatch("ToolCalculation");
+        if (Calculation() != nullptr) {
+            Calculation()->Dispatch("Calculate");
+        }
+    };
 }
 
 MainFrame::~MainFrame() {
@@ -309,6 +334,8 @@ void MainFrame::Dispatch(const QString& key) {
         OpenKFactorCalculator(Calculators(), {}, this);
     } else if (key == "ToolBranchLineCalculator") {
         OpenBranchLineCalculator(Calculators(), {}, this);
+    } else if (ReportCommands::IsReportCommand(key)) {
+        reports_->Dispatch(key);
     }
 }
 
@@ -562,6 +589,7 @@ void MainFrame::ApplyUnits(MeasureSystem system) {
     if (NodeEditorWindow* nodes = NodalEditor()) {
         nodes->SwitchUnits(system);
     }
+    reports_->RefreshPreview();
 }
 
 // --- LifecycleHost

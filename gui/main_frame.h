@@ -34,6 +34,7 @@ class PipeDataWindow;
 class GeneralDataWindow;
 class NodeEditorWindow;
 class HelpWindows;
+class ReportCommands;
 
 // The dialogs the lifecycle waits for: the file dialogs and frmTempFile. The tests script them.
 class DesktopChoices {
@@ -83,6 +84,7 @@ public:
     NodeEditorWindow* NodalEditor() const;
     // The help windows of every screen's fields.
     HelpWindows& Help() const { return *help_; }
+    ReportCommands* Reports() const { return reports_; }
     QMdiArea* Area() const { return area_; }
     QAction* Action(const QString& key) const;
     QMenu* RecentFilesMenu() const { return fileMenu_; }
@@ -119,6 +121,7 @@ private:
     void ShowNodalEditor();
     // A project screen as a window of the MDI area, placed as it stood last time.
     QMdiSubWindow* AddScreen(QWidget* screen, QSize size, std::string_view section);
+    void SetUpReports();
     void OpenDataUnits();
     void ArrangeWindows(const QString& key);
     void SetRunning(bool running);
@@ -150,6 +153,7 @@ private:
     QPointer<QMdiSubWindow> nodalEditorWindow_;
     bool running_ = false;
     int busyDepth_ = 0;
+    ReportCommands* reports_ = nullptr;
 };
 
 } // namespace quench::gui
