@@ -7,6 +7,7 @@
 #include "tests/support/scratch_directory.h"
 
 #include <dxflib/dl_creationadapter.h>
+#include <cmath>
 #include <map>
 #include <memory>
 #include <random>
@@ -289,6 +290,33 @@ TEST(DrawingResults, RefusedWithoutResultsOrMatchingHandles) {
     EXPECT_FALSE(outcome.Written);
     EXPECT_NE(outcome.Message.find("handle"), std::string::npos);
     EXPECT_FALSE(std::filesystem::exists(scratch / "out.dxf"));
+}
+
+} // namespace
+} // namespace quench
+
+namespace quench {
+namespace {
+
+TEST(DrawingExchange, ShippedGridCalculatesAndBalances) {
+    const auto project = std::make_unique<Project>();
+    const auto outcome =
+        ImportDrawingFile(*project, testing::SourceDirectory() / "examples" / "small_grid.dxf",
+                          DrawingImportOptions{}, DefaultLibrary());
+    ASSERT_TRUE(outcome.Loaded) << outcome.Message;
+    EXPECT_EQ(project->NumberOfPipeRows, 17);
+    EXPECT_EQ(outcome.Sprinklers, 9);
+    project->CalculationData.SupplyMode = 1;
+    project->CalculationData.DemandMode = 0;
+    project->CalculationData.InflowResidualPressure1 = 50;
+    testing::CalculationRun run(*project);
+    ASSERT_TRUE(run.Posted);
+    double discharged = 0;
+    for (int node = 1; node <= project->NumberOfNodes; ++node) {
+        discharged += project->NodeRecord[node].Discharge;
+    }
+    EXPECT_NEAR(discharged, project->CalculationData.InflowFlow, 0.01 * discharged);
+    EXPECT_GT(discharged, 9 * 5.65 * std::sqrt(7.0)); // every head above 7 psi
 }
 
 } // namespace
