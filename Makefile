@@ -1,13 +1,14 @@
 # make run   installs what is missing, builds, and starts Quench (or, with no display, calculates
 #            the bundled example project through the command line and writes its report).
 # make test  installs, builds, and runs every test, then again with the sanitizers.
+# make package  builds the Debian package (install it with apt-get install ./build/quench_*.deb).
 JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 BUILD ?= build
 SANITIZE_BUILD ?= build-sanitize
 EXAMPLE ?= examples/branch_line.qnw
 OUT ?= out
 
-.PHONY: all deps build run test test-fast test-sanitize bench format clean
+.PHONY: all deps build run test test-fast test-sanitize bench format package clean
 
 all: build
 
@@ -35,6 +36,10 @@ test-sanitize: deps
 
 bench: build
 	$(BUILD)/bin/quench_bench
+
+# The Debian package quench_VERSION_ARCH.deb, in the build directory.
+package: build
+	cmake --build $(BUILD) --target package
 
 format:
 	git ls-files '*.cpp' '*.h' | xargs clang-format -i
