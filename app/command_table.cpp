@@ -39,7 +39,7 @@ constexpr std::array Table{
     CommandEntry{"ToolPrinterSetup"sv, Menu::File, "Printer Set&up..."sv, !Toolbar, !Exists},
     CommandEntry{"ToolExit"sv, Menu::File, "E&xit"sv, !Toolbar, Exists},
 
-    CommandEntry{"ToolGPD"sv, Menu::Project, "&General Project Data"sv, Toolbar, !Exists},
+    CommandEntry{"ToolGPD"sv, Menu::Project, "&General Project Data"sv, Toolbar, Exists},
     CommandEntry{"ToolEnterEditPipeData"sv, Menu::Project, "&Enter/Edit Pipe Data"sv, Toolbar,
                  !Exists},
     CommandEntry{"ToolNodalEditor"sv, Menu::Project, "Enter/Edit Pipe &Node Data"sv, Toolbar,

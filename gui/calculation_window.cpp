@@ -407,7 +407,7 @@ void CalculationWindow::Dispatch(std::string_view command) {
     } else if (command == "Calculate") {
         Calculate();
     } else if (command == "Updatlabel") {
-        RefreshFields();
+        Reload(); // the discharge word, the units or the density changed elsewhere
     } else if (command == "Cancel") {
         progress_.RequestCancel();
     } else if (command == "Put") {

@@ -8,6 +8,8 @@
 #include "gui/calculation_window.h"
 #include "gui/cursor_pause.h"
 #include "gui/data_units_dialog.h"
+#include "gui/general_data_window.h"
+#include "gui/help_window.h"
 #include "gui/kfactor_calculator_dialog.h"
 #include "gui/temp_file_dialog.h"
 #include "gui/window_placement.h"
@@ -98,7 +100,8 @@ MainFrame::MainFrame(FrameSetup setup, QWidget* parent)
       toolbarLayoutFile_(std::move(setup.ToolbarLayoutFile)), library_(std::move(setup.Library)),
       decimalCharacter_(setup.DecimalCharacter),
       lifecycle_(project_, dialogs_, *this, setup.Settings, setup.ProjectsDirectory),
-      area_(new QMdiArea(this)), autoSave_(new QTimer(this)) {
+      area_(new QMdiArea(this)), autoSave_(new QTimer(this)),
+      help_(new HelpWindows(project_, library_, screens_, this)) {
     setObjectName("frmMDI");
     setCentralWidget(area_);
     setAcceptDrops(true);
@@ -121,6 +124,7 @@ MainFrame::MainFrame(FrameSetup setup, QWidget* parent)
 MainFrame::~MainFrame() {
     // The screens go before the lifecycle and the dispatcher they refer to.
     delete calculationWindow_.data();
+    delete generalDataWindow_.data();
 }
 
 void MainFrame::BuildMenus() {
@@ -269,6 +273,8 @@ void MainFrame::Dispatch(const QString& key) {
         close();
     } else if (key == "ToolCalculation") {
         ShowCalculation();
+    } else if (key == "ToolGPD") {
+        ShowGeneralData();
     } else if (key == "ToolUnits") {
         OpenDataUnits();
     } else if (key == "ToolSprinklerCalculator") {
@@ -373,7 +379,43 @@ void MainFrame::ShowCalculation() {
     window->show();
 }
 
+GeneralDataWindow* MainFrame::GeneralData() const {
+    return generalDataWindow_ != nullptr
+               ? qobject_cast<GeneralDataWindow*>(generalDataWindow_->widget())
+               : nullptr;
+}
+
+QMdiSubWindow* MainFrame::AddScreen(QWidget* screen, QSize size, std::string_view section) {
+    QMdiSubWindow* window = area_->addSubWindow(screen);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->installEventFilter(this);
+    window->setProperty("PlacementSection", Text(section));
+    window->resize(size);
+    const QMdiSubWindow* active = area_->activeSubWindow();
+    RestorePlacement(*window, settings_, section, active != nullptr && active->isMaximized());
+    return window;
+}
+
+void MainFrame::ShowGeneralData() {
+    if (generalDataWindow_ != nullptr) {
+        area_->setActiveSubWindow(generalDataWindow_);
+        generalDataWindow_->showNormal();
+        return;
+    }
+    auto* screen =
+        new GeneralDataWindow(project_, dialogs_, screens_, *help_, Units(), decimalCharacter_);
+    generalDataWindow_ = AddScreen(screen, QSize(980, 620), sections::GPDForm);
+    connect(screen, &GeneralDataWindow::StatusTextWanted, this,
+            [this](const QString& text) { statusBar()->showMessage(text); });
+    generalDataWindow_->show();
+}
+
 bool MainFrame::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Close && watched != calculationWindow_.data()) {
+        if (const QVariant section = watched->property("PlacementSection"); section.isValid()) {
+            SavePlacement(*static_cast<QWidget*>(watched), settings_, Utf8(section.toString()));
+        }
+    }
     if (event->type() == QEvent::Close && watched == calculationWindow_.data()) {
         if (running_) {
             event->ignore(); // the run's screen stays until the run ends
@@ -409,6 +451,9 @@ void MainFrame::ApplyUnits(MeasureSystem system) {
         calculation->SwitchUnits(system);
         calculation->Dispatch("Updatlabel");
     }
+    if (GeneralDataWindow* general = GeneralData()) {
+        general->SwitchUnits(system);
+    }
 }
 
 // --- LifecycleHost
@@ -428,12 +473,18 @@ void MainFrame::WriteBackEditors() {
     if (CalculationWindow* calculation = Calculation(); calculation != nullptr && !running_) {
         calculation->WriteBack();
     }
+    if (GeneralDataWindow* general = GeneralData(); general != nullptr && !running_) {
+        general->WriteBack();
+    }
 }
 
 std::vector<std::string> MainFrame::OpenProjectScreens() const {
     std::vector<std::string> open;
     if (calculationWindow_ != nullptr) {
         open.emplace_back(CalculationScreenName);
+    }
+    if (generalDataWindow_ != nullptr) {
+        open.emplace_back(GeneralDataScreen);
     }
     return open;
 }
@@ -444,11 +495,17 @@ void MainFrame::UnloadProjectScreens() {
         calculationWindow_->close();
         delete calculationWindow_.data();
     }
+    if (generalDataWindow_ != nullptr) {
+        generalDataWindow_->close();
+        delete generalDataWindow_.data();
+    }
 }
 
 void MainFrame::OpenProjectScreen(std::string_view screen) {
     if (screen == CalculationScreenName) {
         ShowCalculation();
+    } else if (screen == GeneralDataScreen) {
+        ShowGeneralData();
     }
 }
 
@@ -458,6 +515,9 @@ void MainFrame::ProjectStateChanged() {
     UpdateCommands();
     if (CalculationWindow* calculation = Calculation(); calculation != nullptr && !running_) {
         calculation->Reload();
+    }
+    if (GeneralDataWindow* general = GeneralData(); general != nullptr && !running_) {
+        general->Reload();
     }
 }
 

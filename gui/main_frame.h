@@ -30,6 +30,8 @@ class QTimer;
 namespace quench::gui {
 
 class CalculationWindow;
+class GeneralDataWindow;
+class HelpWindows;
 
 // The dialogs the lifecycle waits for: the file dialogs and frmTempFile. The tests script them.
 class DesktopChoices {
@@ -72,6 +74,9 @@ public:
 
     ProjectLifecycle& Lifecycle() { return lifecycle_; }
     CalculationWindow* Calculation() const;
+    GeneralDataWindow* GeneralData() const;
+    // The help windows of every screen's fields.
+    HelpWindows& Help() const { return *help_; }
     QMdiArea* Area() const { return area_; }
     QAction* Action(const QString& key) const;
     QMenu* RecentFilesMenu() const { return fileMenu_; }
@@ -103,6 +108,9 @@ private:
     void RebuildWindowList();
     void UpdateCommands();
     void ShowCalculation();
+    void ShowGeneralData();
+    // A project screen as a window of the MDI area, placed as it stood last time.
+    QMdiSubWindow* AddScreen(QWidget* screen, QSize size, std::string_view section);
     void OpenDataUnits();
     void ArrangeWindows(const QString& key);
     void SetRunning(bool running);
@@ -121,6 +129,7 @@ private:
 
     QMdiArea* area_;
     QTimer* autoSave_;
+    HelpWindows* help_;
     QMenu* fileMenu_ = nullptr;
     QMenu* windowMenu_ = nullptr;
     QAction* recentSeparator_ = nullptr;
@@ -128,6 +137,7 @@ private:
     std::vector<QAction*> windowListActions_;
     std::map<QString, QAction*> actions_;
     QPointer<QMdiSubWindow> calculationWindow_;
+    QPointer<QMdiSubWindow> generalDataWindow_;
     bool running_ = false;
     int busyDepth_ = 0;
 };

@@ -47,11 +47,13 @@ public:
         Phase phase = Phase::SetUp;
         while (phase != Phase::Done && phase != Phase::Stop) {
             const Phase next = Step(phase);
+            context_.ShowDiagnostics(); // the one place a step's faults reach the user
             if (next < phase && next != Phase::Stop && !CountReturn()) {
                 break;
             }
             phase = next;
         }
+        context_.ShowDiagnostics();
     }
 
 private:
@@ -117,8 +119,7 @@ private:
 
     // A failure of the iteration: its message, AbortFlag, and the solve ends.
     Phase Fail(const char* message) {
-        context_.Dialogs.ShowMessage(MessageStyle::Plain, "", message);
-        context_.AbortFlag = 1;
+        context_.Stop({MessageStyle::Plain, "", message});
         return Phase::Stop;
     }
 
