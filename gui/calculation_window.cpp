@@ -3,6 +3,7 @@
 #include "calc/calculation.h"
 #include "calc/screen_words.h"
 #include "core/text.h"
+#include "entry/general_data_words.h"
 #include "entry/iteration_list.h"
 #include "entry/results_grid.h"
 #include "gui/help_window.h"
@@ -62,6 +63,10 @@ constexpr std::array<ResultLine, 10> ResultLines{{
 
 QString WithWord(const char* caption, const std::string& word) {
     QString text = caption;
+    // A hose system calls the flow that no hose gives its fixed flow.
+    if (EqualsIgnoreCase(word, HoseDischarge)) {
+        text.replace("Non-Sprinkler Flow", "Fixed Flow");
+    }
     text.replace("Sprinkler", Latin1(word));
     return text;
 }

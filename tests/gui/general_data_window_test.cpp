@@ -93,6 +93,10 @@ TEST_F(GeneralDataWindowTest, HoseSwitchesTheCaptionsOfTheOpenScreens) {
     EXPECT_EQ(Window()->Label(SprinklerMake)->text(), "Hose Make:");
     EXPECT_EQ(Window()->Label(MaximumAreaPerSprinkler)->text(), "Max Area Per Hose");
     EXPECT_EQ(hmdLabel->text(), "HMD Hose Node Number:");
+    EXPECT_EQ(Frame().Calculation()->findChild<QLabel*>("txtNonSprinklerFlowCaption")->text(),
+              "Fixed Flow:");
+    EXPECT_EQ(Frame().Calculation()->findChild<QLabel*>("txtSprinklerFlowCaption")->text(),
+              "Hose Flow:");
 
     // Any other word is removed, and the word in force stays.
     Type(PrimaryDischarge, "X");
