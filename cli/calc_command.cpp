@@ -3,6 +3,7 @@
 
 #include "app/project_lifecycle.h"
 #include "calc/calculation.h"
+#include "calc/independent_check.h"
 #include "cli/command.h"
 #include "cli/library_arguments.h"
 #include "core/atomic_write.h"
@@ -174,6 +175,21 @@ void WriteSizingNotesJson(const Project& project, JsonWriter& json) {
     json.EndArray();
 }
 
+// The verdict of the independent check; it is reported, never the run's exit status.
+void WriteCheckJson(const CheckVerdict& verdict, JsonWriter& json) {
+    json.Key("check");
+    json.BeginObject();
+    json.Key("max_pressure_difference_psi");
+    json.Number(verdict.MaxPressureDifference);
+    json.Key("max_flow_difference_gpm");
+    json.Number(verdict.MaxFlowDifference);
+    json.Key("max_flow_imbalance_gpm");
+    json.Number(verdict.MaxFlowImbalance);
+    json.Key("passed");
+    json.Boolean(verdict.Passed);
+    json.EndObject();
+}
+
 void WriteResultsJson(const Project& project, std::ostream& out) {
     JsonWriter json(out);
     const CalculationData& data = project.CalculationData;
@@ -227,6 +243,7 @@ void WriteResultsJson(const Project& project, std::ostream& out) {
     }
     json.EndArray();
     WriteSizingNotesJson(project, json);
+    WriteCheckJson(CheckPostedResults(project), json);
     json.EndObject();
     out << '\n';
 }
