@@ -13,6 +13,9 @@ namespace quench {
 
 namespace {
 
+constexpr double ElevationHead = 0.433;     // psi per foot
+constexpr double DeviceLossTolerance = 0.1; // psi
+
 std::size_t At(int index) {
     return static_cast<std::size_t>(index);
 }
@@ -26,6 +29,19 @@ bool IsSupply(const Project& project, int number) {
 
 int TypedNumber(const Project& project, int number) {
     return number == InflowNodeCode ? project.InflowNode : number;
+}
+
+// The loss a device holds in the direction of flow (a pump's boost negative). A run settles a
+// device once its drop is within DeviceLossTolerance of the stated loss; the drop it posted is
+// taken then, the stated loss otherwise. A device with no loss given is carried as none.
+double DeviceLoss(const CalcPipeRecord& pipe, const GradientNode& from, const GradientNode& to,
+                  double fromResidual, double toResidual) {
+    const double given = pipe.DeviceLoss == NotGiven ? 0.0 : pipe.DeviceLoss;
+    const double stated = pipe.Material == MaterialFirePump ? -given : given;
+    const double drop =
+        fromResidual + ElevationHead * from.Elevation - (toResidual + ElevationHead * to.Elevation);
+    const double posted = pipe.Flow < 0 ? -drop : drop;
+    return std::fabs(posted - stated) <= DeviceLossTolerance ? posted : stated;
 }
 
 // The calculated network with every supply held at its posted pressure.
@@ -46,7 +62,11 @@ GradientNetwork NetworkOf(const Project& project, std::unordered_map<int, int>& 
         link.From = from == indexOf.end() ? -1 : from->second;
         link.To = to == indexOf.end() ? -1 : to->second;
         link.IsDevice = pipe.Material >= MaterialMeter;
-        link.Loss = pipe.Material == MaterialFirePump ? -pipe.DeviceLoss : pipe.DeviceLoss;
+        if (link.IsDevice && link.From >= 0 && link.To >= 0) {
+            link.Loss = DeviceLoss(pipe, network.Nodes[At(link.From)], network.Nodes[At(link.To)],
+                                   project.NodeRecord[At(link.From + 1)].ResidualPressure,
+                                   project.NodeRecord[At(link.To + 1)].ResidualPressure);
+        }
         link.InsideDiameter = pipe.InsideDiameter;
         link.Length = pipe.TotalLength;
         link.CFactor = pipe.CFactor;
