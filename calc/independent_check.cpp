@@ -37,11 +37,22 @@ int TypedNumber(const Project& project, int number) {
 double DeviceLoss(const CalcPipeRecord& pipe, const GradientNode& from, const GradientNode& to,
                   double fromResidual, double toResidual) {
     const double given = pipe.DeviceLoss == NotGiven ? 0.0 : pipe.DeviceLoss;
-    const double stated = pipe.Material == MaterialFirePump ? -given : given;
+    const bool pump = pipe.Material == MaterialFirePump;
+    const double stated = pump ? -given : given;
     const double drop =
         fromResidual + ElevationHead * from.Elevation - (toResidual + ElevationHead * to.Elevation);
     const double posted = pipe.Flow < 0 ? -drop : drop;
-    return std::fabs(posted - stated) <= DeviceLossTolerance ? posted : stated;
+    // A pump on its curve has no stated boost: it holds the one the curve gave at its flow.
+    const bool onCurve = pump && given <= 0 && posted < 0;
+    return onCurve || std::fabs(posted - stated) <= DeviceLossTolerance ? posted : stated;
+}
+
+// A sprinkler that posted no discharge stays shut: one below zero pressure, or one of an area
+// group that the posted run of peaking left out. Any other must flow.
+double FlowingK(const NodeRecord& node) {
+    const bool shut =
+        node.Discharge <= 0 && (node.ResidualPressure <= 0 || !Trim(node.AreaGroup).empty());
+    return shut ? 0.0 : node.KFactor;
 }
 
 // The calculated network with every supply held at its posted pressure.
@@ -51,7 +62,7 @@ GradientNetwork NetworkOf(const Project& project, std::unordered_map<int, int>& 
         const NodeRecord& node = project.NodeRecord[At(row)];
         indexOf[node.Number] = static_cast<int>(network.Nodes.size());
         const bool supply = IsSupply(project, node.Number);
-        network.Nodes.push_back(GradientNode{node.Number, node.Elevation, node.KFactor,
+        network.Nodes.push_back(GradientNode{node.Number, node.Elevation, FlowingK(node),
                                              node.FixedFlow, supply, node.ResidualPressure});
     }
     for (int row = 1; row <= project.NumberOfPipes; ++row) {

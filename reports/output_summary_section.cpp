@@ -1,3 +1,4 @@
+#include "calc/independent_check.h"
 #include "core/text.h"
 #include "reports/report_sections.h"
 
@@ -200,6 +201,28 @@ void NetworkBlock(ReportDocument& document) {
     Rows(document, Block, rows);
 }
 
+// The posted result solved again by a second method; in the units of the other blocks.
+void IndependentCheckBlock(ReportDocument& document) {
+    const CheckVerdict verdict = CheckPostedResults(document.Model);
+    const std::string pressure(document.Unit("psi", "kPa"));
+    const std::string flowUnit(document.Unit("gpm", "Lpm"));
+    const auto q = [&](double value) { return document.Shown(UnitKind::Volumetric_Flow, value); };
+    const auto p = [&](double value) { return document.Shown(UnitKind::Pressure_Drop, value); };
+    document.SecondaryTitle("Independent Check");
+    if (!verdict.Solved) {
+        document.Rows(Block, {{"Result:", "Not Solved", ""}});
+        return;
+    }
+    Rows(document, Block,
+         {{"Largest Pressure Difference (Node " + std::to_string(verdict.WorstNode) + "):",
+           p(verdict.MaxPressureDifference), "##0.000", pressure},
+          {"Largest Flow Difference (Pipe " + std::to_string(verdict.WorstPipeBegin) + "-" +
+               std::to_string(verdict.WorstPipeEnd) + "):",
+           q(verdict.MaxFlowDifference), "##0.000", flowUnit},
+          {"Largest Nodal Flow Imbalance:", q(verdict.MaxFlowImbalance), "##0.000", flowUnit}});
+    document.Rows(Block, {{"Result:", verdict.Passed ? "Passed" : "Failed", ""}});
+}
+
 } // namespace
 
 void OutputSummarySection(ReportDocument& document) {
@@ -210,6 +233,7 @@ void OutputSummarySection(ReportDocument& document) {
     SprinklerBlock(document);
     ImbalanceBlockRows(document);
     NetworkBlock(document);
+    IndependentCheckBlock(document);
 }
 
 } // namespace quench
