@@ -343,6 +343,12 @@ QWidget* CalculationWindow::BuildResultsTab() {
     }
     summary->setColumnStretch(4, 1);
     layout->addLayout(summary);
+    auto* check = new QLabel(page);
+    check->setObjectName("lblIndependentCheck");
+    check->setWordWrap(true);
+    check->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    results_["lblIndependentCheck"] = check;
+    layout->addWidget(check);
 
     grid_ = new QTableWidget(0, ResultsGridColumns, page);
     grid_->setObjectName("MSFlexGridResults");
@@ -506,6 +512,7 @@ void CalculationWindow::RefreshResults() {
          shown.lblMinReqdResidPressAtSysInflowNodeLabel},
         {"txtMinReqdResidPressAtSysInflowNode", shown.txtMinReqdResidPressAtSysInflowNode},
         {"txtDemandFlowAtSystemInflowNode", shown.txtDemandFlowAtSystemInflowNode},
+        {"lblIndependentCheck", shown.lblIndependentCheck},
     };
     const bool hasResults = project_.CalculationData.NumberOfUniquePipeSections > 0;
     for (const auto& [control, value] : values) {

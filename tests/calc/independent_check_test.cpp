@@ -4,6 +4,7 @@
 
 #include "calc/gradient_solver.h"
 #include "calc/independent_check.h"
+#include "calc/results_screen.h"
 #include "tests/support/network_builder.h"
 #include "tests/support/network_shapes.h"
 
@@ -61,6 +62,8 @@ TEST(IndependentCheck, PassesOnCalculatedNetworksOfBothModes) {
         network.SupplyMode(55);
     });
     ExpectPasses(*meshed, "Supply meshed grid");
+    EXPECT_EQ(ResultsToScreen(*meshed).lblIndependentCheck.rfind("Independent check: passed", 0),
+              0u);
     const auto demandTree = Calculated([](NetworkBuilder& network) {
         BuildTree(network, 3, 4);
         network.DemandMode(10);
@@ -112,6 +115,8 @@ TEST(IndependentCheck, FailsOnAlteredResultsAndNamesWhatWasAltered) {
     EXPECT_NEAR(byPressure.MaxPressureDifference, 1, 0.01);
     EXPECT_NE(CheckVerdictText(byPressure).find("node " + std::to_string(number)),
               std::string::npos);
+    EXPECT_NE(ResultsToScreen(pressure).lblIndependentCheck.find("failed"), std::string::npos);
+    EXPECT_EQ(ResultsToScreen(Project{}).lblIndependentCheck, ""); // no run, no verdict
 
     // A pipe flow moved by 1 gpm: named by its two nodes, and the nodes at its ends unbalanced.
     Project flow = *grid;
