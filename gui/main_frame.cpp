@@ -1,6 +1,7 @@
 #include "gui/main_frame.h"
 
 #include "app/command_table.h"
+#include "app/directories.h"
 #include "app/recent_files.h"
 #include "core/atomic_write.h"
 #include "core/settings_keys.h"
@@ -13,6 +14,9 @@
 #include "gui/help_window.h"
 #include "gui/kfactor_calculator_dialog.h"
 #include "gui/node_editor_window.h"
+#include "gui/pipe_data_window.h"
+#include "gui/report_commands.h"
+#include "gui/report_preview.h"
 #include "gui/temp_file_dialog.h"
 #include "gui/window_placement.h"
 
@@ -139,7 +143,29 @@ MainFrame::MainFrame(FrameSetup setup, QWidget* parent)
     connect(autoSave_, &QTimer::timeout, this, &MainFrame::AutoSaveTimerTick);
     autoSave_->start();
     statusBar()->showMessage(QString());
+    SetUpReports();
     ProjectStateChanged();
+}
+
+void MainFrame::SetUpReports() {
+    reports_ = new ReportCommands(
+        this,
+        [this] {
+            ReportSource source;
+            source.Model = lifecycle_.ProjectIsLoaded() ? &project_ : nullptr;
+            source.Library = &library_;
+            source.PumpDatabase = library_.File.parent_path() / std::string(PumpDatabaseFileName);
+            source.FileName = [this] { return lifecycle_.ProjectFileName().filename().string(); };
+            source.Boxes = &dialogs_;
+            return source;
+        },
+        settings_);
+    reports_->Calculate = [this] {
+        Dispatch("ToolCalculation");
+        if (Calculation() != nullptr) {
+            Calculation()->Dispatch("Calculate");
+        }
+    };
 }
 
 MainFrame::~MainFrame() {
@@ -147,6 +173,7 @@ MainFrame::~MainFrame() {
     delete calculationWindow_.data();
     delete generalDataWindow_.data();
     delete nodalEditorWindow_.data();
+    delete pipeDataWindow_.data();
 }
 
 void MainFrame::BuildMenus() {
@@ -295,6 +322,8 @@ void MainFrame::Dispatch(const QString& key) {
         close();
     } else if (key == "ToolCalculation") {
         ShowCalculation();
+    } else if (key == "ToolEnterEditPipeData") {
+        ShowPipeData();
     } else if (key == "ToolGPD") {
         ShowGeneralData();
     } else if (key == "ToolNodalEditor") {
@@ -305,6 +334,8 @@ void MainFrame::Dispatch(const QString& key) {
         OpenKFactorCalculator(Calculators(), {}, this);
     } else if (key == "ToolBranchLineCalculator") {
         OpenBranchLineCalculator(Calculators(), {}, this);
+    } else if (ReportCommands::IsReportCommand(key)) {
+        reports_->Dispatch(key);
     }
 }
 
@@ -408,6 +439,29 @@ void MainFrame::ShowCalculation() {
     window->show();
 }
 
+PipeDataWindow* MainFrame::PipeData() const {
+    return pipeDataWindow_ != nullptr ? qobject_cast<PipeDataWindow*>(pipeDataWindow_->widget())
+                                      : nullptr;
+}
+
+void MainFrame::ShowPipeData() {
+    if (pipeDataWindow_ != nullptr) {
+        area_->setActiveSubWindow(pipeDataWindow_);
+        pipeDataWindow_->showNormal();
+        return;
+    }
+    auto* screen =
+        new PipeDataWindow(project_, library_, dialogs_, settings_, Units(), decimalCharacter_);
+    screen->UseHelp(*help_, screens_);
+    pipeDataWindow_ = AddScreen(screen, QSize(1100, 560), sections::EnterEditPipeData);
+    connect(screen, &PipeDataWindow::StatusTextWanted, this,
+            [this](const QString& text) { statusBar()->showMessage(text); });
+    // The device dialog is opened by the frame once it has one.
+    connect(screen, &PipeDataWindow::DeviceDialogWanted, this,
+            [this] { statusBar()->showMessage(tr("The device dialog is not available yet.")); });
+    pipeDataWindow_->show();
+}
+
 GeneralDataWindow* MainFrame::GeneralData() const {
     return generalDataWindow_ != nullptr
                ? qobject_cast<GeneralDataWindow*>(generalDataWindow_->widget())
@@ -482,6 +536,10 @@ void MainFrame::ShowNodalEditor() {
 }
 
 bool MainFrame::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Close && watched == pipeDataWindow_.data()) {
+        PipeData()->WriteBack();
+        PipeData()->Rules().CheckInflowOnLeaving();
+    }
     if (event->type() == QEvent::Close && watched != calculationWindow_.data()) {
         if (const QVariant section = watched->property("PlacementSection"); section.isValid()) {
             SavePlacement(*static_cast<QWidget*>(watched), settings_, Utf8(section.toString()));
@@ -522,12 +580,16 @@ void MainFrame::ApplyUnits(MeasureSystem system) {
         calculation->SwitchUnits(system);
         calculation->Dispatch("Updatlabel");
     }
+    if (PipeDataWindow* pipes = PipeData()) {
+        pipes->SwitchUnits(system);
+    }
     if (GeneralDataWindow* general = GeneralData()) {
         general->SwitchUnits(system);
     }
     if (NodeEditorWindow* nodes = NodalEditor()) {
         nodes->SwitchUnits(system);
     }
+    reports_->RefreshPreview();
 }
 
 // --- LifecycleHost
@@ -547,6 +609,9 @@ void MainFrame::WriteBackEditors() {
     if (CalculationWindow* calculation = Calculation(); calculation != nullptr && !running_) {
         calculation->WriteBack();
     }
+    if (PipeDataWindow* pipes = PipeData(); pipes != nullptr && !running_) {
+        pipes->WriteBack();
+    }
     if (GeneralDataWindow* general = GeneralData(); general != nullptr && !running_) {
         general->WriteBack();
     }
@@ -557,6 +622,9 @@ void MainFrame::WriteBackEditors() {
 
 std::vector<std::string> MainFrame::OpenProjectScreens() const {
     std::vector<std::string> open;
+    if (pipeDataWindow_ != nullptr) {
+        open.emplace_back(PipeDataScreen);
+    }
     if (calculationWindow_ != nullptr) {
         open.emplace_back(CalculationScreenName);
     }
@@ -568,6 +636,10 @@ std::vector<std::string> MainFrame::OpenProjectScreens() const {
 
 void MainFrame::UnloadProjectScreens() {
     WriteBackEditors();
+    if (pipeDataWindow_ != nullptr) {
+        pipeDataWindow_->removeEventFilter(this);
+        delete pipeDataWindow_.data();
+    }
     if (calculationWindow_ != nullptr) {
         calculationWindow_->close();
         delete calculationWindow_.data();
@@ -585,6 +657,8 @@ void MainFrame::UnloadProjectScreens() {
 void MainFrame::OpenProjectScreen(std::string_view screen) {
     if (screen == CalculationScreenName) {
         ShowCalculation();
+    } else if (screen == PipeDataScreen) {
+        ShowPipeData();
     } else if (screen == GeneralDataScreen) {
         ShowGeneralData();
     }
@@ -596,6 +670,9 @@ void MainFrame::ProjectStateChanged() {
     UpdateCommands();
     if (CalculationWindow* calculation = Calculation(); calculation != nullptr && !running_) {
         calculation->Reload();
+    }
+    if (PipeDataWindow* pipes = PipeData(); pipes != nullptr && !running_) {
+        pipes->Reload();
     }
     if (GeneralDataWindow* general = GeneralData(); general != nullptr && !running_) {
         general->Reload();

@@ -30,9 +30,11 @@ class QTimer;
 namespace quench::gui {
 
 class CalculationWindow;
+class PipeDataWindow;
 class GeneralDataWindow;
 class NodeEditorWindow;
 class HelpWindows;
+class ReportCommands;
 
 // The dialogs the lifecycle waits for: the file dialogs and frmTempFile. The tests script them.
 class DesktopChoices {
@@ -77,10 +79,12 @@ public:
 
     ProjectLifecycle& Lifecycle() { return lifecycle_; }
     CalculationWindow* Calculation() const;
+    PipeDataWindow* PipeData() const;
     GeneralDataWindow* GeneralData() const;
     NodeEditorWindow* NodalEditor() const;
     // The help windows of every screen's fields.
     HelpWindows& Help() const { return *help_; }
+    ReportCommands* Reports() const { return reports_; }
     QMdiArea* Area() const { return area_; }
     QAction* Action(const QString& key) const;
     QMenu* RecentFilesMenu() const { return fileMenu_; }
@@ -112,10 +116,12 @@ private:
     void RebuildWindowList();
     void UpdateCommands();
     void ShowCalculation();
+    void ShowPipeData();
     void ShowGeneralData();
     void ShowNodalEditor();
     // A project screen as a window of the MDI area, placed as it stood last time.
     QMdiSubWindow* AddScreen(QWidget* screen, QSize size, std::string_view section);
+    void SetUpReports();
     void OpenDataUnits();
     void ArrangeWindows(const QString& key);
     void SetRunning(bool running);
@@ -142,10 +148,12 @@ private:
     std::vector<QAction*> windowListActions_;
     std::map<QString, QAction*> actions_;
     QPointer<QMdiSubWindow> calculationWindow_;
+    QPointer<QMdiSubWindow> pipeDataWindow_;
     QPointer<QMdiSubWindow> generalDataWindow_;
     QPointer<QMdiSubWindow> nodalEditorWindow_;
     bool running_ = false;
     int busyDepth_ = 0;
+    ReportCommands* reports_ = nullptr;
 };
 
 } // namespace quench::gui
