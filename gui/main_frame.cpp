@@ -5,11 +5,14 @@
 #include "app/recent_files.h"
 #include "core/atomic_write.h"
 #include "core/settings_keys.h"
+#include "entry/general_data_words.h"
+#include "entry/node_editor.h"
 #include "gui/additional_fitting_calculator_dialog.h"
 #include "gui/branch_line_calculator_dialog.h"
 #include "gui/calculation_window.h"
 #include "gui/cursor_pause.h"
 #include "gui/data_units_dialog.h"
+#include "gui/device_dialog.h"
 #include "gui/general_data_window.h"
 #include "gui/help_window.h"
 #include "gui/kfactor_calculator_dialog.h"
@@ -23,12 +26,12 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFileDialog>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QMimeData>
-#include <QShortcut>
 #include <QStatusBar>
 #include <QStyle>
 #include <QTimer>
@@ -115,9 +118,8 @@ MainFrame::MainFrame(FrameSetup setup, QWidget* parent)
     setAcceptDrops(true);
     resize(1100, 760);
     BuildMenus();
-    auto* fieldHelp = new QShortcut(QKeySequence(Qt::Key_F1), this);
-    fieldHelp->setContext(Qt::ApplicationShortcut);
-    connect(fieldHelp, &QShortcut::activated, this, &MainFrame::ShowFocusedFieldHelp);
+    // F1 on a field that names its help key; a screen with a help of its own gets the key.
+    qApp->installEventFilter(this);
     // The calculator buttons of the help windows: the calculator's value is the pick.
     help_->SetCalculatorOpener([this](HelpCalculator calculator,
                                       const HelpRequest& request) -> std::optional<std::string> {
@@ -137,6 +139,10 @@ MainFrame::MainFrame(FrameSetup setup, QWidget* parent)
     connect(area_, &QMdiArea::subWindowActivated, this, [this](QMdiSubWindow* window) {
         if (window != nullptr && window == calculationWindow_.data()) {
             Calculation()->RefreshInflowNodes();
+        }
+        // The pipe screen's commands (add, delete, sort) change the nodes under the lines.
+        if (window != nullptr && window == nodalEditorWindow_.data() && !running_) {
+            NodalEditor()->Reload();
         }
     });
     autoSave_->setInterval(MinuteMilliseconds);
@@ -453,12 +459,27 @@ void MainFrame::ShowPipeData() {
     auto* screen =
         new PipeDataWindow(project_, library_, dialogs_, settings_, Units(), decimalCharacter_);
     screen->UseHelp(*help_, screens_);
+    // The words of the other screens: the discharge word, a default or a node line changed.
+    screens_.Register(PipeDataScreen, [screen](std::string_view word) {
+        if (word == UpdateLabelsWord || word == NodeDataChangedWord) {
+            screen->Reload();
+        } else {
+            screen->Dispatch(word);
+        }
+    });
+    connect(screen, &PipeDataWindow::InputEdited, this, [this] {
+        // Not while the node editor is the screen in use: its own edit is what the pipe
+        // screen shows.
+        NodeEditorWindow* nodes = NodalEditor();
+        if (nodes != nullptr && area_->activeSubWindow() != nodalEditorWindow_.data()) {
+            nodes->Reload();
+        }
+    });
     pipeDataWindow_ = AddScreen(screen, QSize(1100, 560), sections::EnterEditPipeData);
     connect(screen, &PipeDataWindow::StatusTextWanted, this,
             [this](const QString& text) { statusBar()->showMessage(text); });
-    // The device dialog is opened by the frame once it has one.
     connect(screen, &PipeDataWindow::DeviceDialogWanted, this,
-            [this] { statusBar()->showMessage(tr("The device dialog is not available yet.")); });
+            [this] { OpenDeviceDialog(project_, this); });
     pipeDataWindow_->show();
 }
 
@@ -536,6 +557,12 @@ void MainFrame::ShowNodalEditor() {
 }
 
 bool MainFrame::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_F1 &&
+        watched == QApplication::focusWidget() &&
+        !watched->property("CurrentHelpKey").toString().isEmpty()) {
+        ShowFocusedFieldHelp();
+        return true;
+    }
     if (event->type() == QEvent::Close && watched == pipeDataWindow_.data()) {
         PipeData()->WriteBack();
         PipeData()->Rules().CheckInflowOnLeaving();
