@@ -1,7 +1,6 @@
 #include "solver/flow_imbalance.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 namespace quench {
@@ -10,71 +9,29 @@ namespace {
 
 constexpr double LitresPerGallon = 3.7853;
 constexpr double FlowTolerance = 0.01;
-constexpr double CancellingFlow = 0.0001;
-constexpr int MaximumTouchingRows = 64;
-
-bool IsReverseOfCounted(const HalfEdgeTable& edges, const HalfEdge& row, const int* counted,
-                        int countedRows) {
-    for (int i = 0; i < countedRows; ++i) {
-        const HalfEdge& other = edges[counted[i]];
-        if (other.FromNode == row.ToNode && other.ToNode == row.FromNode) {
-            return true;
-        }
-    }
-    return false;
-}
 
 } // namespace
 
 double NodeFlowImbalance(const RunContext& context, const SolverState& state, int position) {
-    const Project& project = context.Project;
     const HalfEdgeTable& edges = state.Edges;
-    const auto& node = project.NodeRecord[static_cast<std::size_t>(position)];
-    int number = node.Number;
-    if (number == FirstInflowNode) {
-        number = project.InflowNode;
+    const auto& node = context.Project.NodeRecord[static_cast<std::size_t>(position)];
+    // The supply holds its pressure; the flow it gives is whatever the network takes.
+    if (node.Number == FirstInflowNode || position >= static_cast<int>(edges.FirstRow.size())) {
+        return -node.FixedFlow;
     }
-    // The rows touching the node in table order: its own rows and the other ends of its pipes.
-    std::array<int, MaximumTouchingRows> touching{};
-    int touchingRows = 0;
-    const int own = edges.PositionOf(number);
-    if (own != 0 && edges.FirstRow[static_cast<std::size_t>(own)] != 0) {
-        for (int row = edges.FirstRow[static_cast<std::size_t>(own)];
-             row <= edges.LastRow[static_cast<std::size_t>(own)]; ++row) {
-            if (touchingRows + 2 > MaximumTouchingRows) {
-                break;
-            }
-            touching[static_cast<std::size_t>(touchingRows++)] = row;
-            const int reverse = edges[row].Reverse;
-            if (reverse != 0) {
-                touching[static_cast<std::size_t>(touchingRows++)] = reverse;
-            }
-        }
-    }
-    std::sort(touching.begin(), touching.begin() + touchingRows);
-    const int* end = std::unique(touching.data(), touching.data() + touchingRows);
-    touchingRows = static_cast<int>(end - touching.data());
-
+    // The node's own run of rows holds one row for each pipe end at the node, so each pipe,
+    // parallel pipes included, counts exactly once, with the flow the node's equation sees. The
+    // flows are summed with their signs: two equal flows into a node add, they never cancel.
     double sprinkler = 0;
     double sum = 0;
-    std::array<int, MaximumTouchingRows> counted{};
-    int countedRows = 0;
-    for (int i = 0; i < touchingRows; ++i) {
-        const HalfEdge& row = edges[touching[static_cast<std::size_t>(i)]];
-        if (row.FromNode == number && std::fabs(row.SprinklerFlow) > std::fabs(sprinkler)) {
-            sprinkler = row.SprinklerFlow;
+    const int first = edges.FirstRow[static_cast<std::size_t>(position)];
+    const int last = edges.LastRow[static_cast<std::size_t>(position)];
+    for (int row = first; row != 0 && row <= last; ++row) {
+        const HalfEdge& edge = edges[row];
+        if (std::fabs(edge.SprinklerFlow) > std::fabs(sprinkler)) {
+            sprinkler = edge.SprinklerFlow;
         }
-        if (IsReverseOfCounted(edges, row, counted.data(), countedRows)) {
-            continue;
-        }
-        counted[static_cast<std::size_t>(countedRows++)] = touching[static_cast<std::size_t>(i)];
-        if (std::fabs(std::fabs(sum) - std::fabs(row.Flow)) < CancellingFlow) {
-            sum = std::fabs(sum) - std::fabs(row.Flow);
-        } else if (row.FromNode == number) {
-            sum -= row.Flow;
-        } else {
-            sum += row.Flow;
-        }
+        sum -= edge.Flow;
     }
     return sum - sprinkler - node.FixedFlow;
 }
