@@ -336,6 +336,16 @@ void MainFrame::Dispatch(const QString& key) {
         ShowNodalEditor();
     } else if (key == "ToolUnits") {
         OpenDataUnits();
+    } else if (key == "ToolOpenDosQUENCHProject") {
+        interchange_.OpenDosProject();
+    } else if (key == "ToolSaveAsDosQUENCHProject") {
+        interchange_.SaveAsDosProject();
+    } else if (key == "ToolOpenAutocadDatafile") {
+        interchange_.OpenCadDataFile();
+    } else if (key == "ToolReadFromDWG") {
+        interchange_.ReadFromDrawing();
+    } else if (key == "CalculatedSizestoDWG") {
+        interchange_.SizesToDrawing();
     } else if (key == "ToolSprinklerCalculator") {
         OpenKFactorCalculator(Calculators(), {}, this);
     } else if (key == "ToolBranchLineCalculator") {

@@ -11,6 +11,7 @@
 #include "core/settings.h"
 #include "core/units.h"
 #include "gui/calculator_fields.h"
+#include "gui/drawing_options_dialog.h"
 #include "gui/screen_dispatcher.h"
 #include "library/pipe_library.h"
 
@@ -154,6 +155,9 @@ private:
     bool running_ = false;
     int busyDepth_ = 0;
     ReportCommands* reports_ = nullptr;
+    DesktopDrawingOptions drawingOptions_{this};
+    InterchangeCommands interchange_{project_, dialogs_,  *this,          lifecycle_,
+                                     library_, settings_, drawingOptions_};
 };
 
 } // namespace quench::gui
