@@ -11,6 +11,7 @@
 #include "gui/general_data_window.h"
 #include "gui/help_window.h"
 #include "gui/kfactor_calculator_dialog.h"
+#include "gui/qt_text.h"
 #include "gui/temp_file_dialog.h"
 #include "gui/window_placement.h"
 
@@ -34,14 +35,6 @@ namespace {
 
 // A tick of the auto-save timer counts as a minute.
 constexpr int MinuteMilliseconds = 60000;
-
-QString Text(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-std::string Utf8(const QString& text) {
-    return text.toUtf8().toStdString();
-}
 
 QIcon IconOf(std::string_view key, const QStyle& style) {
     if (key == "ToolNew") {
