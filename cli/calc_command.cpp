@@ -143,6 +143,32 @@ private:
     CommandLineProgress& progress_;
 };
 
+// The pipes that sizing left over a limit, by their row of "pipes" (1-based), with the reason.
+void WriteSizingNotesJson(const Project& project, JsonWriter& json) {
+    json.Key("sizingNotes");
+    json.BeginArray();
+    for (std::size_t row = 1; row < project.SizingNotes.size(); ++row) {
+        const SizingNote note = project.SizingNotes[row];
+        if (note == SizingNote::None) {
+            continue;
+        }
+        const CalcPipeRecord& pipe = project.CalcPipeRecord[row];
+        json.BeginObject();
+        json.Key("pipe");
+        json.Number(row);
+        json.Key("BegNode");
+        json.String(TypedNodeText(project, pipe.BegNode));
+        json.Key("EndNode");
+        json.String(TypedNodeText(project, pipe.EndNode));
+        json.Key("reason");
+        json.String(SizingNoteName(note));
+        json.Key("note");
+        json.String(SizingNoteText(note));
+        json.EndObject();
+    }
+    json.EndArray();
+}
+
 void WriteResultsJson(const Project& project, std::ostream& out) {
     JsonWriter json(out);
     const CalculationData& data = project.CalculationData;
@@ -193,6 +219,7 @@ void WriteResultsJson(const Project& project, std::ostream& out) {
         WriteRecordJson(json, project.PipeResultRecord[row]);
     }
     json.EndArray();
+    WriteSizingNotesJson(project, json);
     json.EndObject();
     out << '\n';
 }

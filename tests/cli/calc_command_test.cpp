@@ -64,6 +64,40 @@ TEST(CalcCommand, CalculatesSavesTheResultsAndWritesJson) {
     EXPECT_EQ(text.find("10000"), std::string::npos); // node numbers as the user typed them
 }
 
+TEST(CalcCommand, TheJsonNamesThePipesSizingLeftOverALimit) {
+    ScratchDirectory scratch;
+    // The first pipe of the line is open to sizing but held to 2" under a friction limit that no
+    // size meets; the next size would be allowed without the maximum.
+    const auto file = WriteBranchLine(scratch, "sized.qnw", [](Project& project) {
+        NetworkBuilder(project).DemandMode(7);
+        project.PipeRecord[1].Diameter = 0;
+        project.PipeRecord[1].DiameterFixed = False;
+        project.CalculationData.MaxFrictionalLoss = 0.5;
+        project.CalculationData.TypeGroupMaxDiameter[0] = 2;
+    });
+    const auto json = scratch / "out.json";
+    const CommandOutcome run = RunQuench({"calc", file.string(), "--yes", "--json", json.string()});
+    ASSERT_EQ(run.Status, ExitSuccess) << run.Err;
+    const std::string text = Bytes(json);
+    for (const char* part : {"\"sizingNotes\"", "\"BegNode\": \"20\"", "\"EndNode\": \"10\"",
+                             "\"reason\": \"friction\"",
+                             "\"note\": \"Over the friction limit at the largest allowed size\""}) {
+        EXPECT_NE(text.find(part), std::string::npos) << part << "\n"
+                                                      << text.substr(text.find("sizingNotes"));
+    }
+
+    // Without the maximum the pipe takes a size that meets the limit and no note is left.
+    const auto open = WriteBranchLine(scratch, "open.qnw", [](Project& project) {
+        NetworkBuilder(project).DemandMode(7);
+        project.PipeRecord[1].Diameter = 0;
+        project.PipeRecord[1].DiameterFixed = False;
+        project.CalculationData.MaxFrictionalLoss = 0.5;
+    });
+    ASSERT_EQ(RunQuench({"calc", open.string(), "--yes", "--json", json.string()}).Status,
+              ExitSuccess);
+    EXPECT_NE(Bytes(json).find("\"sizingNotes\": []"), std::string::npos);
+}
+
 TEST(CalcCommand, AStoppedRunLeavesTheFileAsItWas) {
     ScratchDirectory scratch;
     const auto file = WriteBranchLine(scratch, "line.qnw", [](Project& project) {
