@@ -18,6 +18,7 @@
 #include "gui/kfactor_calculator_dialog.h"
 #include "gui/node_editor_window.h"
 #include "gui/pipe_data_window.h"
+#include "gui/qt_text.h"
 #include "gui/report_commands.h"
 #include "gui/report_preview.h"
 #include "gui/temp_file_dialog.h"
@@ -45,14 +46,6 @@ namespace {
 
 // A tick of the auto-save timer counts as a minute.
 constexpr int MinuteMilliseconds = 60000;
-
-QString Text(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-std::string Utf8(const QString& text) {
-    return text.toUtf8().toStdString();
-}
 
 QIcon IconOf(std::string_view key, const QStyle& style) {
     if (key == "ToolNew") {
