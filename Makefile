@@ -3,6 +3,7 @@
 # make test  installs, builds, and runs every test, then again with the sanitizers.
 # make coverage  builds the engine's suites with gcov, runs them, and lists the lines of solver/
 #            they leave unrun (lcov summary in build-coverage/solver.info, a report per file).
+# make package  builds the Debian package (install it with apt-get install ./build/quench_*.deb).
 JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 BUILD ?= build
 SANITIZE_BUILD ?= build-sanitize
@@ -10,7 +11,7 @@ COVERAGE_BUILD ?= build-coverage
 EXAMPLE ?= examples/branch_line.qnw
 OUT ?= out
 
-.PHONY: all deps build run test test-fast test-sanitize coverage bench format clean
+.PHONY: all deps build run test test-fast test-sanitize coverage bench format package clean
 
 all: build
 
@@ -51,6 +52,10 @@ coverage: deps
 
 bench: build
 	$(BUILD)/bin/quench_bench
+
+# The Debian package quench_VERSION_ARCH.deb, in the build directory.
+package: build
+	cmake --build $(BUILD) --target package
 
 format:
 	git ls-files '*.cpp' '*.h' | xargs clang-format -i

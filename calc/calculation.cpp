@@ -39,10 +39,16 @@ Calculation::Calculation(Project& project, const PipeLibrary& library, Dialogs& 
                          Progress& progress, Screens& screens)
     : context_(project, library, dialogs, progress, screens) {}
 
+void Calculation::BeginCommand() {
+    context_.Diagnostics.clear();
+    context_.DiagnosticsShown = 0;
+}
+
 bool Calculation::Calculate(const CalculationScreen& screen) {
+    BeginCommand();
     if (HasBlankRowBetween(context_.Project)) {
-        context_.Dialogs.ShowMessage(MessageStyle::Plain, messages::AppTitle,
-                                     messages::NoBlankRows);
+        context_.Report({MessageStyle::Plain, messages::AppTitle, messages::NoBlankRows});
+        context_.ShowDiagnostics();
         return false;
     }
     screen_ = screen;
@@ -50,6 +56,7 @@ bool Calculation::Calculate(const CalculationScreen& screen) {
 }
 
 bool Calculation::CalculateFromToolbar(const CalculationScreen& screen) {
+    BeginCommand();
     context_.Progress.SetCaption(CalculatingCaption);
     context_.Progress.SetLabel(PleaseWait);
     context_.Progress.SetGauge(10);
@@ -90,11 +97,35 @@ bool Calculation::RunCommand() {
     return posted;
 }
 
+// The run's checks and preparation, each fault shown as it is found. False when the run stopped.
 bool Calculation::CheckAndPrepare() {
+    const bool prepared = CheckAndPrepareSteps();
+    context_.ShowDiagnostics();
+    return prepared;
+}
+
+// The autosize question, between the screen's settings and the sizing limits.
+bool Calculation::AskAutosize() {
+    if (!AnyRowNeedsSizing(context_.Project)) {
+        return true;
+    }
+    context_.ShowDiagnostics(); // whatever came before the question is seen before it
+    const Answer answer =
+        context_.Dialogs.Ask(Buttons::YesNo, Answer::No, MessageStyle::Question,
+                             messages::InputDataTitle, messages::AutosizeQuestion);
+    context_.AutosizeRequested = answer == Answer::Yes;
+    if (!context_.AutosizeRequested) {
+        context_.Screens.Send(screens::PipeData, screens::Show);
+    }
+    return context_.AutosizeRequested;
+}
+
+bool Calculation::CheckAndPrepareSteps() {
     Project& project = context_.Project;
     context_.CalculationBusy = true;
     BuildWorkingRows(project);
-    if (!CheckCalculationScreen(context_, screen_)) {
+    if (!CheckCalculationScreen(context_, screen_) || !AskAutosize() ||
+        !CheckSizingAndInflow(context_, screen_)) {
         context_.AbortFlag = 1;
         return false;
     }
@@ -111,16 +142,16 @@ bool Calculation::CheckAndPrepare() {
     }
     PrepareOptions options;
     options.PumpRerunPending = context_.PumpRerunPending;
-    const PrepareResult prepared =
-        PrepareNetwork(project, context_.Library, context_.Dialogs, options);
+    const PrepareResult prepared = PrepareNetwork(project, context_.Library, options);
     context_.DryAreaFactor = prepared.DryAreaFactor;
     context_.PumpUsesCurve = prepared.PumpUsesCurve;
-    if (prepared.NodesAboveCapacity != 0) {
-        context_.Dialogs.ShowMessage(MessageStyle::Plain, messages::InputDataErrorTitle,
-                                     messages::TooManyNodes(prepared.NodesAboveCapacity));
+    if (prepared.Failed) {
+        context_.Stop({MessageStyle::Warning, "", messages::SprinklerAreaMissing});
+        return false;
     }
-    if (prepared.Failed || prepared.NodesAboveCapacity != 0) {
-        context_.AbortFlag = 1;
+    if (prepared.NodesAboveCapacity != 0) {
+        context_.Stop({MessageStyle::Plain, messages::InputDataErrorTitle,
+                       messages::TooManyNodes(prepared.NodesAboveCapacity)});
         return false;
     }
     CollectDevices(context_, state_);
@@ -156,6 +187,7 @@ bool Calculation::SolvePasses() {
     PumpStep step = PumpStep::NextPass;
     while (step == PumpStep::NextPass && SolvePass()) {
         step = FinishResults(context_, state_, pump_);
+        context_.ShowDiagnostics();
     }
     if (pump_.Count > 1) {
         RestoreCurvePumpRow(context_.Project);
@@ -178,6 +210,7 @@ bool Calculation::SolvePass() {
         context_.CancelRequested = 1;
     }
     SolveNetwork(context_, state_);
+    context_.ShowDiagnostics();
     if (context_.CancelRequested == 1) {
         context_.AbortFlag = 1;
     }

@@ -31,8 +31,11 @@ public:
     const ResultsScreen& Results() const { return results_; }
 
 private:
+    void BeginCommand();
     bool RunCommand();
     bool CheckAndPrepare();
+    bool CheckAndPrepareSteps();
+    bool AskAutosize();
     bool SolvePasses();
     bool SolvePass();
     void PostResults();

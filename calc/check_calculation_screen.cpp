@@ -21,12 +21,11 @@ bool IsBlank(const std::string& text) {
     return Trim(text).empty();
 }
 
-// A faulty setting: its box with the title "Input Data Error" and the screen to correct it.
+// A faulty setting: its message with the title "Input Data Error" and the screen to correct it.
 bool Refuse(RunContext& context, const std::string& text, const char* screen, const char* word,
             MessageStyle style = MessageStyle::Information,
             const char* title = messages::InputDataErrorTitle) {
-    context.Dialogs.ShowMessage(style, title, text);
-    context.Screens.Send(screen, word);
+    context.Stop(Diagnostic(style, title, text).Bring(screen, word));
     return false;
 }
 
@@ -99,28 +98,8 @@ bool NeedsSizing(const WorkPipeRecord& row) {
            IsTrue(row.Active);
 }
 
-bool AnyRowNeedsSizing(const Project& project) {
-    for (int row = 1; row <= MaxPipes; ++row) {
-        if (NeedsSizing(project.WorkPipeRecord[static_cast<std::size_t>(row)])) {
-            return true;
-        }
-    }
-    return false;
-}
-
-// The question of sizing, and the sizing limits it needs.
-bool CheckSizing(RunContext& context, const CalculationScreen& screen) {
-    if (AnyRowNeedsSizing(context.Project)) {
-        const Answer answer =
-            context.Dialogs.Ask(Buttons::YesNo, Answer::No, MessageStyle::Question,
-                                messages::InputDataTitle, messages::AutosizeQuestion);
-        if (answer != Answer::Yes) {
-            context.AutosizeRequested = false;
-            context.Screens.Send(screens::PipeData, screens::Show);
-            return false;
-        }
-        context.AutosizeRequested = true;
-    }
+// Sizing asked for needs at least one of its limits.
+bool CheckSizingLimits(RunContext& context, const CalculationScreen& screen) {
     if (context.AutosizeRequested && IsBlank(screen.txtSizingMaximumAllowableWaterVelocity) &&
         IsBlank(screen.txtSizingMiximumAllowableFrictionalLoss)) {
         return Refuse(context, messages::SizingLimitsMissing, screens::Calculation,
@@ -195,7 +174,7 @@ bool CheckInflowNode(RunContext& context) {
 } // namespace
 
 bool CheckCalculationScreen(RunContext& context, const CalculationScreen& screen) {
-    Project& project = context.Project;
+    const Project& project = context.Project;
     if (!HasAnyPipe(project)) {
         return RefuseOnPipes(context, messages::NoPipeSection);
     }
@@ -212,11 +191,24 @@ bool CheckCalculationScreen(RunContext& context, const CalculationScreen& screen
     if (screen.optDemandMode && !screen.optSupplyMode && IsBlank(screen.txtMinPressureAtHMDNode)) {
         return RefuseOnTab(context, messages::MinimumHmdPressure);
     }
-    if (!CheckImbalanceAndDamping(context, screen) || !CheckSizing(context, screen)) {
+    return CheckImbalanceAndDamping(context, screen);
+}
+
+bool AnyRowNeedsSizing(const Project& project) {
+    for (int row = 1; row <= MaxPipes; ++row) {
+        if (NeedsSizing(project.WorkPipeRecord[static_cast<std::size_t>(row)])) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool CheckSizingAndInflow(RunContext& context, const CalculationScreen& screen) {
+    if (!CheckSizingLimits(context, screen)) {
         return false;
     }
     if (context.AutosizeRequested) {
-        ForgetOpenDiameters(project);
+        ForgetOpenDiameters(context.Project);
     }
     return CheckInflowNode(context);
 }

@@ -29,8 +29,12 @@ std::string DeviceName(const Project& project, int material) {
     }
 }
 
+int Typed(const Project& project, int number) {
+    return number == InflowNodeCode ? project.InflowNode : number;
+}
+
 std::string Shown(const Project& project, int number) {
-    return std::to_string(number == InflowNodeCode ? project.InflowNode : number);
+    return std::to_string(Typed(project, number));
 }
 
 } // namespace
@@ -43,13 +47,12 @@ void CheckDeviceElevations(RunContext& context, const SolverState& state) {
         if (from == nullptr || to == nullptr || from->Elevation == to->Elevation) {
             continue;
         }
-        context.Dialogs.ShowMessage(
-            MessageStyle::Plain, "",
-            messages::DifferentElevation(DeviceName(project, device.Material),
-                                         Shown(project, device.FromNode),
-                                         Shown(project, device.ToNode)));
-        context.Screens.Send(screens::PipeData, screens::Show);
-        context.AbortFlag = 1;
+        const std::string text = messages::DifferentElevation(DeviceName(project, device.Material),
+                                                              Shown(project, device.FromNode),
+                                                              Shown(project, device.ToNode));
+        context.Stop(Diagnostic(MessageStyle::Plain, "", text)
+                         .OnNode(Typed(project, device.FromNode))
+                         .Bring(screens::PipeData, screens::Show));
         return;
     }
 }

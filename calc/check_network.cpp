@@ -29,24 +29,14 @@ std::string Typed(const Project& project, const std::string& text) {
     return Value(trimmed) == InflowNodeCode ? std::to_string(project.InflowNode) : trimmed;
 }
 
-// The tables are prepared here only to be had; preparation's own message comes in its turn.
-class SilentDialogs final : public Dialogs {
-public:
-    void ShowMessage(MessageStyle, std::string_view, std::string_view) override {}
-    Answer Ask(Buttons, Answer defaultAnswer, MessageStyle, std::string_view,
-               std::string_view) override {
-        return defaultAnswer;
-    }
-};
-
 bool HasNode(const WorkPipeRecord& row) {
     return !Trim(row.BegNode).empty() || !Trim(row.EndNode).empty();
 }
 
-bool Fault(RunContext& context, const std::string& text, MessageStyle style = MessageStyle::Plain) {
-    context.Dialogs.ShowMessage(style, "", text);
-    context.Screens.Send(screens::PipeData, screens::Show);
-    context.AbortFlag = 1;
+// A fault of the network: the run stops and the pipe data screen comes forward.
+bool Fault(RunContext& context, const std::string& text, int row = 0,
+           MessageStyle style = MessageStyle::Plain) {
+    context.Stop(Diagnostic(style, "", text).OnRow(row).Bring(screens::PipeData, screens::Show));
     return false;
 }
 
@@ -85,7 +75,7 @@ bool CheckDuplicates(RunContext& context) {
             const std::string end = Typed(project, second.EndNode);
             const bool zero =
                 begin.find('0') != std::string::npos || end.find('0') != std::string::npos;
-            return Fault(context, messages::DuplicatedPipe(begin, end, zero));
+            return Fault(context, messages::DuplicatedPipe(begin, end, zero), other);
         }
     }
     return true;
@@ -100,7 +90,7 @@ bool CheckRows(RunContext& context) {
         }
         for (const std::string* text : {&work.BegNode, &work.EndNode}) {
             if (!Trim(*text).empty() && Value(*text) == 0) {
-                return Fault(context, messages::NodeZero(row));
+                return Fault(context, messages::NodeZero(row), row);
             }
         }
     }
@@ -114,14 +104,16 @@ bool CheckRows(RunContext& context) {
     for (int row = 1; row <= MaxPipes; ++row) {
         const WorkPipeRecord& work = project.WorkPipeRecord[At(row)];
         if (HasBothNodes(work) && Value(work.BegNode) == Value(work.EndNode)) {
-            return Fault(context, messages::SameNodes(row, Typed(project, work.BegNode),
-                                                      Typed(project, work.EndNode)));
+            return Fault(context,
+                         messages::SameNodes(row, Typed(project, work.BegNode),
+                                             Typed(project, work.EndNode)),
+                         row);
         }
     }
     for (int row = 1; row <= MaxPipes; ++row) {
         const WorkPipeRecord& work = project.WorkPipeRecord[At(row)];
         if (HasNode(work) && !HasBothNodes(work)) {
-            return Fault(context, messages::HalfRow(row));
+            return Fault(context, messages::HalfRow(row), row);
         }
     }
     return true;
@@ -244,7 +236,7 @@ bool CheckConnectivity(RunContext& context) {
     if (node.empty()) {
         return Fault(context, messages::BlankRowsInData);
     }
-    return Fault(context, messages::IsolatedNode(node, HasActiveBlankRow(project)),
+    return Fault(context, messages::IsolatedNode(node, HasActiveBlankRow(project)), 0,
                  MessageStyle::Information);
 }
 
@@ -252,10 +244,10 @@ bool CheckConnectivity(RunContext& context) {
 
 void CheckNetwork(RunContext& context) {
     if (context.Project.NumberOfPipes == 0) {
-        SilentDialogs silent;
+        // The tables are prepared here only to be had; preparation's own fault comes in its turn.
         PrepareOptions options;
         options.PumpRerunPending = context.PumpRerunPending;
-        PrepareNetwork(context.Project, context.Library, silent, options);
+        PrepareNetwork(context.Project, context.Library, options);
     }
     if (CheckDuplicates(context) && CheckRows(context)) {
         CheckConnectivity(context);

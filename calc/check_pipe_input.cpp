@@ -20,10 +20,11 @@ std::size_t At(int row) {
     return static_cast<std::size_t>(row);
 }
 
-bool Fault(RunContext& context, const std::string& text, MessageStyle style = MessageStyle::Plain) {
-    context.Dialogs.ShowMessage(style, "", text);
-    context.Screens.Send(screens::PipeData, screens::Show);
-    context.AbortFlag = 1;
+// A fault of the rows: the run stops and the pipe data screen comes forward.
+bool Fault(RunContext& context, const std::string& text, int row = 0) {
+    context.Stop(Diagnostic(MessageStyle::Plain, "", text)
+                     .OnRow(row)
+                     .Bring(screens::PipeData, screens::Show));
     return false;
 }
 
@@ -65,22 +66,22 @@ bool CheckRows(RunContext& context) {
         const std::string end = NodeText(project, work.EndNode);
         const bool pipe = work.Material <= LibraryMaterials;
         if (pipe && work.Length == 0) {
-            return Fault(context, messages::ZeroLength(begin, end, index));
+            return Fault(context, messages::ZeroLength(begin, end, index), row);
         }
         if (ToNumber(work.BegNode) == 0 && ToNumber(work.EndNode) == 0) {
-            return Fault(context, messages::NoBlankRows);
+            return Fault(context, messages::NoBlankRows, row);
         }
         if (supply && pipe && (work.Diameter == 0 || work.Diameter == NotGiven)) {
-            context.Dialogs.ShowMessage(MessageStyle::Warning, "",
-                                        messages::SupplyDiameterMissing(index));
-            context.Screens.Send(screens::Calculation, screens::ShowInputTab);
+            context.Stop(
+                Diagnostic(MessageStyle::Warning, "", messages::SupplyDiameterMissing(index))
+                    .OnRow(row)
+                    .Bring(screens::Calculation, screens::ShowInputTab));
             project.CalculationData.DemandMode = True;
-            context.AbortFlag = 1;
             return false;
         }
     }
-    if (!BuildMaterialTables(context.Library, context.Materials, context.Dialogs)) {
-        context.AbortFlag = 1;
+    if (!BuildMaterialTables(context.Library, context.Materials)) {
+        context.Stop({MessageStyle::Plain, "", LibraryMissingMessage});
         return false;
     }
     for (int row = 1; row <= MaxPipes; ++row) {
@@ -92,12 +93,14 @@ bool CheckRows(RunContext& context) {
             FindDiameterSlot(context.Library, work.Material, work.Diameter) < 0) {
             std::string unit;
             const std::string diameter = DiameterText(project, work.Diameter, unit);
-            return Fault(context, messages::DiameterNotInLibrary(NodeText(project, work.BegNode),
-                                                                 NodeText(project, work.EndNode),
-                                                                 diameter, unit));
+            return Fault(context,
+                         messages::DiameterNotInLibrary(NodeText(project, work.BegNode),
+                                                        NodeText(project, work.EndNode), diameter,
+                                                        unit),
+                         row);
         }
         if (work.Material < 1) {
-            return Fault(context, messages::MaterialBelowOne(work.Material == 0, row));
+            return Fault(context, messages::MaterialBelowOne(work.Material == 0, row), row);
         }
         if (IsLibraryMaterial(work.Material)) {
             const bool toSize = work.Diameter <= 0;
@@ -105,7 +108,7 @@ bool CheckRows(RunContext& context) {
                                     ? context.Materials.UsableDiameterCount[At(work.Material)] == 0
                                     : !HasAnySize(context.Library, work.Material);
             if (noSize) {
-                return Fault(context, messages::NoValidDiameters(work.Material));
+                return Fault(context, messages::NoValidDiameters(work.Material), row);
             }
         }
     }
@@ -175,31 +178,31 @@ bool CheckNegatives(RunContext& context, FlowSeen& seen) {
         const std::string begin = Trim(input.BegNode);
         const std::string end = Trim(input.EndNode);
         if (work.Diameter < 0 && work.Diameter != NotGiven) {
-            return Fault(context, messages::NegativeDiameter(row));
+            return Fault(context, messages::NegativeDiameter(row), row);
         }
         if (work.Length < 0) {
-            return Fault(context, messages::NegativeLength(row));
+            return Fault(context, messages::NegativeLength(row), row);
         }
         const bool negativeCount = std::any_of(work.FittingCounts.begin(), work.FittingCounts.end(),
                                                [](Integer count) { return count < 0; });
         if (work.NonStandardFitLength < 0 || work.OldFittingLength < 0 || negativeCount) {
-            return Fault(context, messages::NegativeFittingLength(row));
+            return Fault(context, messages::NegativeFittingLength(row), row);
         }
         // Only the end node's K-factor is refused when negative, and only when it is a number.
         if (IsNumeric(Trim(input.KFactorE)) && ToNumber(Trim(input.KFactorE)) < 0) {
-            return Fault(context, messages::NegativeKFactor(end));
+            return Fault(context, messages::NegativeKFactor(end), row);
         }
         if (work.SprinklerAreaB < 0) {
-            return Fault(context, messages::NegativeSprinklerArea(begin));
+            return Fault(context, messages::NegativeSprinklerArea(begin), row);
         }
         if (work.SprinklerAreaE < 0) {
-            return Fault(context, messages::NegativeSprinklerArea(end));
+            return Fault(context, messages::NegativeSprinklerArea(end), row);
         }
         if (work.NonSprinklerFlowB < 0) {
-            return Fault(context, messages::NegativeFixedFlow(begin));
+            return Fault(context, messages::NegativeFixedFlow(begin), row);
         }
         if (work.NonSprinklerFlowE < 0) {
-            return Fault(context, messages::NegativeFixedFlow(end));
+            return Fault(context, messages::NegativeFixedFlow(end), row);
         }
         seen.KFactor = seen.KFactor || work.KFactorB > 0 || work.KFactorE > 0;
         seen.FixedFlow = seen.FixedFlow || work.NonSprinklerFlowB > 0 || work.NonSprinklerFlowE > 0;
@@ -228,8 +231,7 @@ void CheckPipeInput(RunContext& context) {
         return;
     }
     if (!seen.KFactor && !IsSupplyMode(project.CalculationData)) {
-        context.Dialogs.ShowMessage(MessageStyle::Plain, "",
-                                    messages::NoSprinklerInDemand(discharge));
+        context.Report({MessageStyle::Plain, "", messages::NoSprinklerInDemand(discharge)});
     }
 }
 

@@ -96,9 +96,8 @@ bool WriteRow(RunContext& context, const SolverState& state, int pipe, bool turn
             result.Flow = project.CalculationData.InflowFlow;
         }
         if (record.Material == MaterialFirePump && record.DeviceLoss == 0) {
-            context.Dialogs.ShowMessage(MessageStyle::Plain, "", messages::PumpBoostZero);
-            context.Screens.Send(screens::PipeData, screens::Show);
-            context.AbortFlag = 1;
+            context.Stop(Diagnostic(MessageStyle::Plain, "", messages::PumpBoostZero)
+                             .Bring(screens::PipeData, screens::Show));
             return false;
         }
     } else {

@@ -2,7 +2,6 @@
 
 #include "calc/build_working_rows.h"
 #include "calc/check_calculation_screen.h"
-#include "calc/messages.h"
 #include "core/formats.h"
 #include "core/text.h"
 #include "library/equivalent_length.h"
@@ -281,8 +280,7 @@ bool AssignArea(const Project& project, const PrepareOptions& options, Single ro
     return true;
 }
 
-bool FillNodes(Project& project, const std::vector<int>& nodes, const PrepareOptions& options,
-               Dialogs& dialogs) {
+bool FillNodes(Project& project, const std::vector<int>& nodes, const PrepareOptions& options) {
     const std::map<int, NodeEnd> ends = FirstEnds(project);
     for (std::size_t place = 0; place < nodes.size(); ++place) {
         NodeRecord& node = project.NodeRecord[place + 1];
@@ -299,7 +297,6 @@ bool FillNodes(Project& project, const std::vector<int>& nodes, const PrepareOpt
         double area = 0;
         if (!AssignArea(project, options, atBegin ? work.SprinklerAreaB : work.SprinklerAreaE,
                         node.KFactor, area)) {
-            dialogs.ShowMessage(MessageStyle::Warning, "", messages::SprinklerAreaMissing);
             return false;
         }
         node.SprinklerArea = area;
@@ -348,7 +345,7 @@ bool HasEqualNodeTexts(const Project& project) {
 
 } // namespace
 
-PrepareResult PrepareNetwork(Project& project, const PipeLibrary& library, Dialogs& dialogs,
+PrepareResult PrepareNetwork(Project& project, const PipeLibrary& library,
                              const PrepareOptions& options) {
     PrepareResult result;
     if (HasBlankRowBetween(project) ||
@@ -383,7 +380,7 @@ PrepareResult PrepareNetwork(Project& project, const PipeLibrary& library, Dialo
         FillPipe(project, library, taken[pipe], options, project.CalcPipeRecord[pipe + 1], result);
     }
     result.DryAreaFactor = Trim(project.SystemData.SprinklerSystemType) == "Dry" ? DryFactor : 1.0f;
-    if (!FillNodes(project, nodes, options, dialogs)) {
+    if (!FillNodes(project, nodes, options)) {
         result.Failed = true;
         return result;
     }

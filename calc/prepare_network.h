@@ -1,6 +1,5 @@
 #pragma once
 
-#include "core/dialogs.h"
 #include "core/project.h"
 #include "library/pipe_library.h"
 
@@ -12,7 +11,7 @@ struct PrepareOptions {
 };
 
 struct PrepareResult {
-    bool Failed = false;        // the sprinkler area message was shown
+    bool Failed = false;        // a sprinkler has no area to take (SprinklerAreaMissing)
     int NodesAboveCapacity = 0; // the number of nodes when above the table's capacity
     bool PumpUsesCurve = false; // a pump row without a typed boost in Supply mode
     Single DryAreaFactor = 1.0f;
@@ -21,8 +20,8 @@ struct PrepareResult {
 // The solver's tables from the working rows: the first inflow becomes node 10000, the nodes are
 // sorted, each pipe is filed under its larger node with begin below end, materials and diameters
 // are resolved against the library, and each node gets its elevation, K-factor, area and fixed
-// flow. Safe to call at any time; silent but for the sprinkler area message.
-PrepareResult PrepareNetwork(Project& project, const PipeLibrary& library, Dialogs& dialogs,
+// flow. Safe to call at any time; silent: its faults are in the result.
+PrepareResult PrepareNetwork(Project& project, const PipeLibrary& library,
                              const PrepareOptions& options = {});
 
 // True when a blank row (both nodes empty) stands before a row that has a node.

@@ -46,9 +46,7 @@ double NodeKFactor(const Project& project, int number) {
 }
 
 void StopAtPump(RunContext& context, const std::string& text) {
-    context.Dialogs.ShowMessage(MessageStyle::Plain, "", text);
-    context.Screens.Send(screens::PipeData, screens::Show);
-    context.AbortFlag = 1;
+    context.Stop(Diagnostic(MessageStyle::Plain, "", text).Bring(screens::PipeData, screens::Show));
 }
 
 bool IsCurve(const PumpCoefficientArray& coefficients) {
@@ -122,12 +120,11 @@ const PumpCoefficientArray& WorkCoefficients(RunContext& context) {
 // Demand mode takes the boost as it comes, within its limits, telling the user of each.
 double LimitDemandBoost(RunContext& context, double boost) {
     if (boost < 0) {
-        context.Dialogs.ShowMessage(MessageStyle::Plain, "", messages::NegativePumpBoost(boost));
+        context.Report({MessageStyle::Plain, "", messages::NegativePumpBoost(boost)});
         return 0;
     }
     if (static_cast<Single>(boost) > PumpMaximumBoost) {
-        context.Dialogs.ShowMessage(MessageStyle::Plain, "",
-                                    messages::PumpBoostTooLarge(PumpMaximumBoost));
+        context.Report({MessageStyle::Plain, "", messages::PumpBoostTooLarge(PumpMaximumBoost)});
         return PumpMaximumBoost;
     }
     return boost;

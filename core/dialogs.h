@@ -25,4 +25,14 @@ public:
                        std::string_view title, std::string_view text) = 0;
 };
 
+// Nobody to talk to: messages go nowhere and every question gets its default button.
+class NoDialogs final : public Dialogs {
+public:
+    void ShowMessage(MessageStyle, std::string_view, std::string_view) override {}
+    Answer Ask(Buttons, Answer defaultAnswer, MessageStyle, std::string_view,
+               std::string_view) override {
+        return defaultAnswer;
+    }
+};
+
 } // namespace quench

@@ -3,12 +3,11 @@
 #include "core/text.h"
 
 #include <array>
-#include <cerrno>
+#include <charconv>
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
 #include <ctime>
 #include <limits>
+#include <system_error>
 
 namespace quench {
 
@@ -16,6 +15,16 @@ namespace {
 
 constexpr int DoubleDigits = 15;
 constexpr int SingleDigits = 7;
+
+// Decimal digits with an optional sign, such as an exponent's "+02".
+int WholeNumber(std::string_view text) {
+    if (!text.empty() && text.front() == '+') {
+        text.remove_prefix(1);
+    }
+    int value = 0;
+    std::from_chars(text.data(), text.data() + text.size(), value);
+    return value;
+}
 
 // A magnitude as significant digits: value = 0.Digits × 10^PointPosition.
 struct DecimalDigits {
@@ -30,16 +39,19 @@ DecimalDigits ToDecimalDigits(double magnitude, int significant) {
         result.PointPosition = 1;
         return result;
     }
+    // to_chars, unlike printf, ignores the process locale: the point is always '.'.
     std::array<char, 64> buffer{};
-    std::snprintf(buffer.data(), buffer.size(), "%.*e", significant - 1, magnitude);
-    const std::string text(buffer.data());
+    const auto written = std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude,
+                                       std::chars_format::scientific, significant - 1);
+    const std::string_view text(buffer.data(),
+                                static_cast<std::size_t>(written.ptr - buffer.data()));
     const auto exponentAt = text.find('e');
     for (std::size_t i = 0; i < exponentAt; ++i) {
         if (text[i] != '.') {
             result.Digits.push_back(text[i]);
         }
     }
-    result.PointPosition = std::atoi(text.c_str() + exponentAt + 1) + 1;
+    result.PointPosition = WholeNumber(text.substr(exponentAt + 1)) + 1;
     return result;
 }
 
@@ -328,6 +340,41 @@ std::string NumberText(float value) {
 
 namespace {
 
+// A number text out of the range of a Double is too small when its first significant digit stands
+// after the point, its exponent counted.
+bool IsUnderflow(std::string_view text) {
+    long order = 0; // the power of ten of the first significant digit, plus one
+    bool point = false;
+    bool significant = false;
+    std::size_t i = 0;
+    for (; i < text.size() && text[i] != 'e' && text[i] != 'E'; ++i) {
+        const char c = text[i];
+        if (c == '.') {
+            point = true;
+        } else if (c >= '1' && c <= '9' && !significant) {
+            significant = true;
+            order += point ? 0 : 1;
+        } else if (c >= '0' && c <= '9') {
+            order += significant ? (point ? 0 : 1) : (point ? -1 : 0);
+        }
+    }
+    if (i < text.size()) {
+        std::string_view exponent = text.substr(i + 1);
+        const bool negative = !exponent.empty() && exponent.front() == '-';
+        if (!exponent.empty() && (exponent.front() == '-' || exponent.front() == '+')) {
+            exponent.remove_prefix(1);
+        }
+        long magnitude = 0;
+        const auto read =
+            std::from_chars(exponent.data(), exponent.data() + exponent.size(), magnitude);
+        if (read.ec == std::errc::result_out_of_range) {
+            return negative; // an exponent beyond a long decides alone
+        }
+        order += negative ? -magnitude : magnitude;
+    }
+    return order <= 0;
+}
+
 // Digits, at most one point, at least one digit, then an optional exponent with digits.
 bool ParseNumber(std::string_view text, double& value) {
     const std::string trimmed = Trim(text);
@@ -367,9 +414,16 @@ bool ParseNumber(std::string_view text, double& value) {
     if (i != trimmed.size()) {
         return false;
     }
-    errno = 0;
-    value = std::strtod(trimmed.c_str(), nullptr);
-    return errno != ERANGE || std::fabs(value) < 1.0; // an underflow is a number, 0 or nearly
+    // from_chars reads '.' whatever the process locale, as the program's texts are written.
+    const char* first = trimmed.data() + (trimmed[0] == '+' ? 1 : 0);
+    const auto read = std::from_chars(first, trimmed.data() + trimmed.size(), value);
+    if (read.ec == std::errc::result_out_of_range) {
+        if (!IsUnderflow(trimmed)) {
+            return false; // too large for a Double: no number
+        }
+        value = 0; // too small for a Double: a number, and 0
+    }
+    return true;
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 
 #include "core/dialogs.h"
 #include "core/project.h"
+#include "entry/field_rules.h"
 #include "library/pipe_library.h"
 
 #include <string_view>
@@ -15,7 +16,6 @@ namespace quench {
 
 constexpr std::size_t FittingTextLength = 10;
 constexpr Integer MaximumFittingCount = 99;
-constexpr char BackspaceKey = '\b';
 constexpr char RefusedKey = '\0';
 
 constexpr const char* NoFittingTypeTitle = "No Fitting Type Entered";

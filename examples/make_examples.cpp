@@ -1,10 +1,12 @@
 // Writes the sample projects of this folder:
-//   make_examples DIRECTORY
+//   make_examples DIRECTORY LIBRARY_DIRECTORY
 // branch_line.qnw  a branch line of five sprinklers on a riser, calculated in Demand mode;
 // supply_grid.qnw  a gridded system of six branch lines between two mains, in Supply mode.
 
 #include "core/project.h"
 #include "core/project_file.h"
+#include "library/equivalent_length.h"
+#include "library/pipe_library_file.h"
 
 #include <filesystem>
 #include <iostream>
@@ -32,7 +34,6 @@ public:
         row.Diameter = diameter;
         row.DiameterFixed = True;
         row.Length = length;
-        row.TotalEquivLength = length; // the calculation recomputes it with the fittings
         row.FittingText = fittings;
         for (char letter : fittings) {
             const std::string kinds = "FELTBGC";
@@ -144,9 +145,13 @@ void SupplyGrid(Project& project) {
     data.InflowResidualPressure1 = 55;
 }
 
-bool Write(const std::filesystem::path& file, void (*build)(Project&)) {
+// Each row's equivalent length from its length, fittings and the library, as typing gives it.
+bool Write(const std::filesystem::path& file, const PipeLibrary& library, void (*build)(Project&)) {
     const auto project = std::make_unique<Project>();
     build(*project);
+    for (int row = 1; row <= project->NumberOfPipeRows; ++row) {
+        RecalcEquivLength(*project, library, row);
+    }
     std::string error;
     if (WriteProject(*project, file, &error) != WriteOutcome::Written) {
         std::cerr << "make_examples: cannot write " << file << ": " << error << '\n';
@@ -158,12 +163,17 @@ bool Write(const std::filesystem::path& file, void (*build)(Project&)) {
 } // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 2) {
-        std::cerr << "usage: make_examples DIRECTORY\n";
+    if (argc != 3) {
+        std::cerr << "usage: make_examples DIRECTORY LIBRARY_DIRECTORY\n";
         return 2;
     }
     const std::filesystem::path directory = argv[1];
-    const bool written = Write(directory / "branch_line.qnw", BranchLine) &&
-                         Write(directory / "supply_grid.qnw", SupplyGrid);
+    const PipeLibrary library = LoadPipeLibrary(PipeLibraryPath(argv[2]));
+    if (!library.FileFound) {
+        std::cerr << "make_examples: no pipe library in " << argv[2] << '\n';
+        return 2;
+    }
+    const bool written = Write(directory / "branch_line.qnw", library, BranchLine) &&
+                         Write(directory / "supply_grid.qnw", library, SupplyGrid);
     return written ? 0 : 1;
 }

@@ -12,7 +12,7 @@ bool IsUsableDiameter(const PipeDiameterRecord& diameter) {
            std::all_of(diameter.FitEqLen.begin(), diameter.FitEqLen.end(), given);
 }
 
-bool BuildMaterialTables(const PipeLibrary& library, MaterialTables& tables, Dialogs& dialogs) {
+bool BuildMaterialTables(const PipeLibrary& library, MaterialTables& tables) {
     tables = MaterialTables{};
     for (int number = 1; number <= LibraryMaterials; ++number) {
         const PipeMaterialRecord& material = library.Material(number);
@@ -26,11 +26,7 @@ bool BuildMaterialTables(const PipeLibrary& library, MaterialTables& tables, Dia
         tables.UsableDiameterCount[number] = count;
     }
     std::error_code ignored;
-    if (library.File.empty() || !std::filesystem::is_regular_file(library.File, ignored)) {
-        dialogs.ShowMessage(MessageStyle::Plain, "", LibraryMissingMessage);
-        return false;
-    }
-    return true;
+    return !library.File.empty() && std::filesystem::is_regular_file(library.File, ignored);
 }
 
 int FindDiameterSlot(const PipeLibrary& library, int material, Single nominal) {

@@ -3,7 +3,6 @@
 // What the calculation takes from the pipe library: the C value of each material, the sizes that
 // autosizing may choose from, and the look-up of a size by its nominal diameter.
 
-#include "core/dialogs.h"
 #include "library/pipe_library.h"
 
 #include <array>
@@ -25,10 +24,10 @@ struct MaterialTables {
 // are given (above zero).
 bool IsUsableDiameter(const PipeDiameterRecord& diameter);
 
-// Builds the tables from the library in memory. When the library file is missing at this moment
-// the message LibraryMissingMessage is shown (plain, no title) and the result is false; the tables
-// are built all the same.
-bool BuildMaterialTables(const PipeLibrary& library, MaterialTables& tables, Dialogs& dialogs);
+// Builds the tables from the library in memory. False when the library file is missing at this
+// moment, which the run reports with LibraryMissingMessage (plain, no title); the tables are built
+// all the same.
+bool BuildMaterialTables(const PipeLibrary& library, MaterialTables& tables);
 
 // The slot (0 to 14) of the material's size whose nominal equals `nominal` exactly, as Singles
 // compare, scanning the slots in file order; -1 when there is none, when the material is not 1 to

@@ -5,6 +5,7 @@
 // per run (or per Calculate command), passed by reference: there is no global state, so two
 // projects can be calculated side by side.
 
+#include "core/diagnostic.h"
 #include "core/dialogs.h"
 #include "core/progress.h"
 #include "core/project.h"
@@ -13,6 +14,9 @@
 #include "library/pipe_library.h"
 
 #include <array>
+#include <cstddef>
+#include <utility>
+#include <vector>
 
 namespace quench {
 
@@ -75,6 +79,27 @@ struct RunContext {
 
     // "Update Estimates In Case of Oscillation" of the Calculation screen.
     bool UpdateEstimatesOnOscillation = false;
+
+    // What went wrong, in the order it happened. A check or a numeric routine never shows a box
+    // itself: it records a diagnostic and returns,
+    //     context.Report({MessageStyle::Plain, "", text});   // the run goes on
+    //     context.Stop({MessageStyle::Plain, "", text});     // the run stops (AbortFlag = 1)
+    //     context.Stop(Diagnostic(style, title, text).OnRow(row).Bring(screen, word));
+    // (see core/diagnostic.h), and the run's loop alone calls ShowDiagnostics, which shows each
+    // one once, in order.
+    std::vector<Diagnostic> Diagnostics;
+    std::size_t DiagnosticsShown = 0;
+
+    void Report(Diagnostic diagnostic) { Diagnostics.push_back(std::move(diagnostic)); }
+    void Stop(Diagnostic diagnostic) {
+        Report(std::move(diagnostic));
+        AbortFlag = 1;
+    }
+    void ShowDiagnostics() {
+        while (DiagnosticsShown < Diagnostics.size()) {
+            ShowDiagnostic(Diagnostics[DiagnosticsShown++], Dialogs, Screens);
+        }
+    }
 };
 
 } // namespace quench

@@ -14,6 +14,7 @@
 #include "solver/hmd.h"
 #include "solver/hydraulics.h"
 #include "solver/peaking.h"
+#include "solver/progress_pace.h"
 #include "solver/seeding.h"
 #include "solver/solve_matrix.h"
 #include "solver/solve_phase.h"
@@ -47,11 +48,13 @@ public:
         Phase phase = Phase::SetUp;
         while (phase != Phase::Done && phase != Phase::Stop) {
             const Phase next = Step(phase);
+            context_.ShowDiagnostics(); // the one place a step's faults reach the user
             if (IsReturnIntoLoop(phase, next) && !CountReturn()) {
                 break;
             }
             phase = next;
         }
+        context_.ShowDiagnostics();
     }
 
 private:
@@ -117,8 +120,7 @@ private:
 
     // A failure of the iteration: its message, AbortFlag, and the solve ends.
     Phase Fail(const char* message) {
-        context_.Dialogs.ShowMessage(MessageStyle::Plain, "", message);
-        context_.AbortFlag = 1;
+        context_.Stop({MessageStyle::Plain, "", message});
         return Phase::Stop;
     }
 
@@ -263,17 +265,23 @@ private:
     }
 
     // Newton steps until the solve is within tolerance (past the third step) or
-    // the soft limit is reached.
+    // the soft limit is reached. The display and Cancel get their turn at the first steps of a
+    // pass and then at the pace of the clock.
     Phase Iterate() {
         for (;;) {
-            ShowIteration();
+            const bool turn = state_.Iteration < 2 || pace_.Due();
+            if (turn) {
+                ShowIteration();
+            }
             ++state_.Iteration;
             if (state_.Iteration > state_.IterationCeiling ||
                 ++context_.NewtonIterations > NewtonIterationBudget) {
                 return Fail(MaximumIterationsMessage);
             }
             BuildMatrix(state_);
+            state_.ProgressTurn = turn;
             const MatrixOutcome outcome = SolveMatrix(context_, state_);
+            state_.ProgressTurn = true;
             if (outcome == MatrixOutcome::ZeroPivot) {
                 return Phase::SetUp; // the whole solve again, from its start
             }
@@ -284,10 +292,10 @@ private:
             if (state_.NotConverged != 1 && state_.Iteration >= 3) {
                 return Phase::LeaveIteration;
             }
-            if (Cancelled()) {
+            if (turn && Cancelled()) {
                 return Phase::Stop;
             }
-            FollowTrend();
+            FollowTrend(turn);
             if (state_.Gauge <= 50 && state_.Iteration > context_.IterationLimit) {
                 return Phase::LeaveIteration;
             }
@@ -295,7 +303,7 @@ private:
     }
 
     // Ninety-nine rises of the largest imbalance in a row bring the soft limit down to 200.
-    void FollowTrend() {
+    void FollowTrend(bool shown) {
         if (state_.LastMaximumImbalance < state_.MaximumImbalance) {
             ++state_.TrendCount;
         } else if (state_.LastMaximumImbalance > state_.MaximumImbalance) {
@@ -304,7 +312,9 @@ private:
         if (state_.TrendCount == RisingImbalanceCount) {
             context_.IterationLimit = LimitOnRisingImbalance;
         }
-        ShowIterationControls();
+        if (shown) {
+            ShowIterationControls();
+        }
         state_.LastMaximumImbalance = state_.MaximumImbalance;
     }
 
@@ -479,6 +489,7 @@ private:
     SolverState& state_;
     Project& project_;
     int levelSwitches_ = 0;
+    ProgressPace pace_;
 };
 
 } // namespace

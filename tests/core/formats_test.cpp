@@ -1,5 +1,9 @@
 #include "core/formats.h"
 
+#include <clocale>
+#include <cstdlib>
+#include <string>
+
 #include <gtest/gtest.h>
 
 namespace quench {
@@ -102,6 +106,38 @@ TEST(ToNumber, NumbersAndNonNumbers) {
     EXPECT_DOUBLE_EQ(ToNumber("-1e39"), -1e38);
     EXPECT_TRUE(IsNumeric(" 4.2"));
     EXPECT_FALSE(IsNumeric("None"));
+}
+
+// Beyond a Double: too large is no number; too small is a number, and 0.
+TEST(ToNumber, OutOfRangeAndSigns) {
+    EXPECT_DOUBLE_EQ(ToNumber("+2.5"), 2.5);
+    EXPECT_FALSE(IsNumeric("+-2"));
+    EXPECT_TRUE(IsNumeric("1e-400"));
+    EXPECT_DOUBLE_EQ(ToNumber("1e-400"), 0);
+    EXPECT_DOUBLE_EQ(ToNumber("-0.0001e-330"), 0);
+    EXPECT_FALSE(IsNumeric("0.5e309"));
+    EXPECT_TRUE(IsNumeric("0.05e309")); // 5E+307
+    EXPECT_DOUBLE_EQ(ToNumber("0.05e309"), 5e307);
+    EXPECT_FALSE(IsNumeric("1000e99999999999999999999"));
+    EXPECT_TRUE(IsNumeric("1e-99999999999999999999"));
+    EXPECT_GT(ToNumber("5e-320"), 0); // a denormal is still itself
+}
+
+// The program's number texts use the point whatever the locale the process runs under (the
+// suites run once more under a decimal comma).
+TEST(Formats, NumbersIgnoreTheProcessLocale) {
+    const char* wanted = std::getenv("LC_ALL");
+    if (wanted != nullptr && std::string(wanted).rfind("de_DE", 0) == 0) {
+        ASSERT_STREQ(std::localeconv()->decimal_point, ","); // the run really is under a comma
+    }
+    EXPECT_EQ(Format(5.5, "##0.00"), "5.50");
+    EXPECT_EQ(Format(1234.5, "#,##0.0"), "1,234.5");
+    EXPECT_EQ(Format(0.00012345, "Scientific"), "1.23E-04");
+    EXPECT_EQ(Str(0.5), " .5");
+    EXPECT_EQ(NumberText(1.5f), "1.5");
+    EXPECT_DOUBLE_EQ(ToNumber("1.5"), 1.5);
+    EXPECT_DOUBLE_EQ(ToNumber("1,5"), 0); // a comma is never the program's point
+    EXPECT_DOUBLE_EQ(ToNumber(Format(12.3456, "#0.000")), 12.346);
 }
 
 TEST(RoundTo, AddsHalfThenTakesTheWholePart) {

@@ -3,12 +3,19 @@
 #include "tests/support/record_printer.h"
 #include "tests/support/scratch_directory.h"
 
+#include <cerrno>
 #include <memory>
+#include <system_error>
 
 #include <gtest/gtest.h>
 
 namespace quench {
 namespace {
+
+// The system's words for a missing file, in the language of the user's locale.
+std::string NoSuchFile() {
+    return std::generic_category().message(ENOENT);
+}
 
 using testing::FileBytes;
 using testing::LaidRecord;
@@ -326,7 +333,7 @@ TEST(ProjectFile, WritingFailsCleanly) {
     EXPECT_EQ(testing::LoadFile(file), FileBytes(3000, 'k'));
 
     EXPECT_EQ(WriteProject(*project, scratch / "missing" / "a.qnw", &error), WriteOutcome::Failed);
-    EXPECT_NE(error.find("No such file or directory"), std::string::npos) << error;
+    EXPECT_NE(error.find(NoSuchFile()), std::string::npos) << error;
     EXPECT_FALSE(std::filesystem::exists(scratch / "missing"));
     EXPECT_EQ(WriteProject(*project, scratch.Path(), &error), WriteOutcome::Failed);
     EXPECT_NE(error.find("directory"), std::string::npos) << error;
@@ -356,7 +363,7 @@ TEST(ProjectFile, ReadingAFileThatCannotBeOpenedLeavesTheProject) {
     project->ProjectData.Title = "kept";
     std::string error;
     EXPECT_FALSE(ReadProject(*project, scratch / "none.qnw", &error));
-    EXPECT_NE(error.find("No such file or directory"), std::string::npos) << error;
+    EXPECT_NE(error.find(NoSuchFile()), std::string::npos) << error;
     EXPECT_FALSE(ReadProject(*project, scratch.Path(), &error));
     EXPECT_NE(error.find("directory"), std::string::npos) << error;
     EXPECT_FALSE(ReadProjectHeader(*project, scratch / "none.qnw"));

@@ -1,7 +1,6 @@
 #include "library/material_tables.h"
 #include "library/pipe_library_file.h"
 #include "tests/support/scratch_directory.h"
-#include "tests/support/scripted_dialogs.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +9,6 @@ namespace {
 
 using testing::DataDirectory;
 using testing::ScratchDirectory;
-using testing::ScriptedDialogs;
 
 PipeDiameterRecord FullSize(Single nominal) {
     PipeDiameterRecord size;
@@ -23,9 +21,7 @@ PipeDiameterRecord FullSize(Single nominal) {
 TEST(MaterialTables, DefaultLibraryUsableSizes) {
     const PipeLibrary library = LoadPipeLibrary(PipeLibraryPath(DataDirectory()));
     MaterialTables tables;
-    ScriptedDialogs dialogs;
-    ASSERT_TRUE(BuildMaterialTables(library, tables, dialogs));
-    EXPECT_TRUE(dialogs.Empty());
+    ASSERT_TRUE(BuildMaterialTables(library, tables));
 
     // Schedule 10 wet: the chart has no butterfly or gate figure below 2 in. and no butterfly at
     // 3.5 in., so those sizes are not offered to autosizing.
@@ -63,8 +59,7 @@ TEST(MaterialTables, UsableSizesArePackedInFileOrder) {
     ASSERT_TRUE(SavePipeLibrary(library, library.File).Saved);
 
     MaterialTables tables;
-    ScriptedDialogs dialogs;
-    ASSERT_TRUE(BuildMaterialTables(library, tables, dialogs));
+    ASSERT_TRUE(BuildMaterialTables(library, tables));
     EXPECT_EQ(tables.MaterialCValue[7], 130);
     ASSERT_EQ(tables.UsableDiameterCount[7], 3);
     EXPECT_EQ(tables.UsableDiameters[7][0], 3.0f);
@@ -78,18 +73,10 @@ TEST(MaterialTables, MissingFileIsReportedWhenTheTablesAreBuilt) {
     PipeLibrary library = LoadPipeLibrary(PipeLibraryPath(DataDirectory()));
     library.File = scratch / "PIPE.DAT"; // the file went away after start-up
     MaterialTables tables;
-    ScriptedDialogs dialogs;
-    EXPECT_FALSE(BuildMaterialTables(library, tables, dialogs));
-    ASSERT_EQ(dialogs.All().size(), 1u);
-    EXPECT_EQ(dialogs.All()[0].Style, MessageStyle::Plain);
-    EXPECT_EQ(dialogs.All()[0].Title, "");
-    EXPECT_EQ(dialogs.All()[0].Text,
-              "THE PIPE MATERIALS LIBRARY CANNOT BE FOUND AND MUST BE CREATED.");
+    EXPECT_FALSE(BuildMaterialTables(library, tables));
     EXPECT_EQ(tables.UsableDiameterCount[4], 9); // built all the same
 
-    ScriptedDialogs again;
-    EXPECT_FALSE(BuildMaterialTables(PipeLibrary{}, tables, again));
-    EXPECT_EQ(again.LastText(), LibraryMissingMessage);
+    EXPECT_FALSE(BuildMaterialTables(PipeLibrary{}, tables));
     EXPECT_EQ(tables.UsableDiameterCount[4], 0);
 }
 
