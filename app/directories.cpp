@@ -122,7 +122,10 @@ std::filesystem::path ShippedDataDirectory(const DirectoryEnvironment& environme
 }
 
 std::filesystem::path WritableDataDirectory(const DirectoryEnvironment& environment) {
-    if (environment.ProgramDirectoryWritable) {
+    // An installed copy (its data in ../share/quench) writes nothing beside the program, even
+    // when run by a user who could.
+    const bool installed = ShippedDataDirectory(environment) != environment.ProgramDirectory;
+    if (environment.ProgramDirectoryWritable && !installed) {
         return environment.ProgramDirectory;
     }
     return UserConfigDirectory(environment);
@@ -202,7 +205,7 @@ LibraryDirectory PrepareLibraryDirectory(const DirectoryEnvironment& environment
         return result;
     }
     MakeWritableDirectory(result.Directory);
-    for (const std::string_view name : {PipeLibraryFileName, PumpDatabaseFileName}) {
+    for (const std::string_view name : {PipeLibraryFileName, PumpDatabaseFileName, TipsFileName}) {
         const fs::path source = shipped / name;
         const fs::path target = result.Directory / name;
         if (!Exists(source) || Exists(target)) {

@@ -18,6 +18,7 @@ inline constexpr std::string_view SettingsFileName = "QUENCH.ini";
 inline constexpr std::string_view UserSettingsFileName = "VantorSoftware.ini";
 inline constexpr std::string_view PipeLibraryFileName = "PIPE.DAT";
 inline constexpr std::string_view PumpDatabaseFileName = "Pump.Dat";
+inline constexpr std::string_view TipsFileName = "TIPOFDAY.TXT";
 inline constexpr std::string_view ToolbarLayoutFileName = "toolbar.lyt";
 inline constexpr std::string_view AutoloadFileName = "AUTOLOAD.QNW";
 inline constexpr std::string_view ProjectsFolderName = "Quench Projects";
@@ -53,7 +54,8 @@ std::filesystem::path UserConfigDirectory(const DirectoryEnvironment& environmen
 std::filesystem::path ShippedDataDirectory(const DirectoryEnvironment& environment);
 
 // Where the program keeps what it writes ("QUENCH.ini", "toolbar.lyt", the libraries): the
-// program's directory when it is writable, otherwise the user's configuration directory.
+// program's directory when it is writable and not an installed copy (whose data lie in
+// ../share/quench), otherwise the user's configuration directory.
 std::filesystem::path WritableDataDirectory(const DirectoryEnvironment& environment);
 
 // The user's settings store of the maker's products: "Program Folders" keys.
@@ -98,8 +100,8 @@ struct LibraryDirectory {
     std::vector<std::string> Failed; // shipped files that could not be copied
 };
 
-// The directory of "PIPE.DAT" and "Pump.Dat". When it is the user's configuration directory, the
-// shipped files that exist and that the user has no copy of yet are copied there.
+// The directory of "PIPE.DAT", "Pump.Dat" and "TIPOFDAY.TXT". When it is the user's configuration
+// directory, the shipped files that exist and that the user has no copy of yet are copied there.
 LibraryDirectory PrepareLibraryDirectory(const DirectoryEnvironment& environment);
 
 // The texts of the boxes when a directory is not found. subject: "Quench project files";

@@ -67,6 +67,7 @@ ValidatedField* GeneralDataWindow::MakeField(GeneralField field) {
     auto* widget = new ValidatedField(this);
     widget->setObjectName(Text(info.Control));
     widget->setProperty("CurrentHelpKey", Text(info.HelpKey));
+    widget->setProperty("HelpOriginRow", static_cast<int>(field));
     if (info.Kind == GeneralFieldKind::Number || info.Kind == GeneralFieldKind::Output) {
         widget->setMaximumWidth(widget->fontMetrics().horizontalAdvance("0") * 14);
     }
@@ -259,7 +260,8 @@ void GeneralDataWindow::Dispatch(std::string_view command) {
         rules_.ScreenToGeneralData();
     } else if (command == "UpdateGPDFromHelpWindow") {
         TakeHelpChoice();
-    } else if (command == "Get Minimum Desired Density" || command == UpdateLabelsWord) {
+    } else if (command == "Get Minimum Desired Density" || command == UpdateLabelsWord ||
+               command == "UpdateCalculatedSupply") {
         Reload();
     } else if (command == "Show") {
         (parentWidget() != nullptr ? parentWidget() : this)->raise();

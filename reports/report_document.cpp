@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::string_view ProgramLine = "QUENCH - Fire Sprinkler Hydraulics Calculation Program";
 constexpr std::string_view MakerLine = "Vantor Software Development, Inc.";
-constexpr int FooterGap = 240;  // twips between the body's bottom margin and the footer
+constexpr int FooterGap = 240;   // twips between the body's bottom margin and the footer
 constexpr int TitlePadding = 60; // twips above and below a title's text on its band
 
 } // namespace
@@ -80,7 +80,8 @@ void ReportDocument::UseBody() {
 void ReportDocument::DrawFrame() {
     UseBody();
     Canvas.CurrentY = Canvas.MarginTop;
-    Canvas.AddTable(ParseTableFormat("_<|+>"), {}, {{std::string(ProgramLine), std::string(MakerLine)}});
+    Canvas.AddTable(ParseTableFormat("_<|+>"), {},
+                    {{std::string(ProgramLine), std::string(MakerLine)}});
     Canvas.AddTable(ParseTableFormat("<|>"), {},
                     {{ProjectText(Model.ProjectData.Title), ProjectText(Frame.CompanyLine)}});
 

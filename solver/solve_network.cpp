@@ -49,7 +49,7 @@ public:
         while (phase != Phase::Done && phase != Phase::Stop) {
             const Phase next = Step(phase);
             context_.ShowDiagnostics(); // the one place a step's faults reach the user
-            if (next < phase && next != Phase::Stop && !CountReturn()) {
+            if (IsReturnIntoLoop(phase, next) && !CountReturn()) {
                 break;
             }
             phase = next;
@@ -179,6 +179,7 @@ private:
         state_.DensityFactor = 1.0f;
         state_.HighWaterSet = false; // the highest pressure seen belongs to the target in force
         if (!state_.RestartFlag) {
+            project_.SizingNotes.clear();
             state_.DensityNode = 0;
             state_.HmdNode = 0;
             state_.DensityPressure = 0;
@@ -334,9 +335,7 @@ private:
         CopyResults(project_, state_);
         state_.SolvedOnce = true;
         state_.DeviceChanged = false;
-        if (state_.HmdChanges > 102) {
-            state_.HmdChanges = 31;
-        }
+        CapHmdChanges(state_);
         return Phase::DeviceCheck;
     }
 
@@ -394,9 +393,11 @@ private:
             return Phase::Stop;
         }
         ComputeFlows(state_);
+        const Integer held = state_.HmdNode;
         FindHmd(project_, state_);
         CopyResults(project_, state_);
-        return Phase::DeviceCheck;
+        // A new HMD node is held at the target only from here on: its solution is still to come.
+        return state_.HmdNode == held ? Phase::DeviceCheck : Phase::PassStart;
     }
 
     // Peaking, then sizing again or the re-test of the HMD node.
@@ -451,6 +452,9 @@ private:
             return Phase::Close;
         }
         const Phase next = ClosingTests(context_, state_);
+        if (next == Phase::Close && state_.Options.Autosize && !SizesSettled(context_, state_)) {
+            return Phase::PassHead; // the accepted flows ask for a larger size somewhere
+        }
         return next == Phase::Close && HoldLowestSprinkler() ? Phase::PassStart : next;
     }
 

@@ -81,10 +81,18 @@ TEST(Directories, AnInstalledLayoutShipsItsDataInShare) {
     fs::create_directories(environment.ProgramDirectory);
     EXPECT_EQ(ShippedDataDirectory(environment), environment.ProgramDirectory);
     WriteText(scratch / "usr" / "share" / "quench" / "Pump.Dat", "pumps");
+    WriteText(scratch / "usr" / "share" / "quench" / "TIPOFDAY.TXT", "tips");
     EXPECT_EQ(ShippedDataDirectory(environment), scratch / "usr" / "share" / "quench");
     const LibraryDirectory libraries = PrepareLibraryDirectory(environment);
-    EXPECT_EQ(libraries.Copied, std::vector<std::string>{"Pump.Dat"});
+    EXPECT_EQ(libraries.Copied, (std::vector<std::string>{"Pump.Dat", "TIPOFDAY.TXT"}));
     EXPECT_EQ(FileText(libraries.Directory / "Pump.Dat"), "pumps");
+    EXPECT_EQ(FileText(libraries.Directory / "TIPOFDAY.TXT"), "tips");
+
+    // Run by a user who may write to the program's directory, it still writes nothing there.
+    environment.ProgramDirectoryWritable = true;
+    EXPECT_EQ(WritableDataDirectory(environment), UserConfigDirectory(environment));
+    EXPECT_EQ(PrepareLibraryDirectory(environment).Directory, UserConfigDirectory(environment));
+    EXPECT_FALSE(fs::exists(environment.ProgramDirectory / "Pump.Dat"));
 }
 
 TEST(Directories, ProjectsDirectoryIsMadeOnFirstStart) {

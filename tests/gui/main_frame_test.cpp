@@ -35,9 +35,11 @@ TEST(MainFrame, StartsWithTheCommandsOfTheTable) {
     gui::MainFrame& frame = *desktop.Frame;
     EXPECT_EQ(frame.windowTitle(), "Quench");
     // Menus whose screens are not built yet stay out.
-    EXPECT_EQ(MenuTitles(frame), (QStringList{"&File", "&Project", "&Tools", "&Window"}));
+    EXPECT_EQ(MenuTitles(frame),
+              (QStringList{"&File", "&Project", "&Reports", "&Tools", "&Window"}));
     EXPECT_NE(frame.Action("WindowTileVertical"), nullptr);
-    EXPECT_EQ(frame.Action("ToolPreview"), nullptr);
+    EXPECT_EQ(frame.Action("ToolDXF_Graph"), nullptr);
+    EXPECT_FALSE(frame.Action("ToolPreview")->isEnabled());
     EXPECT_TRUE(frame.Action("ToolNew")->isEnabled());
     EXPECT_FALSE(frame.Action("ToolSave")->isEnabled());
     EXPECT_FALSE(frame.Action("ToolCalculation")->isEnabled());

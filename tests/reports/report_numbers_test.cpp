@@ -50,24 +50,26 @@ std::vector<std::string> PipeOutputLines(const Project& project, Shown shown) {
         const auto f = [&](UnitKind kind, double value, const char* picture) {
             return Format(shown(kind, value), picture);
         };
-        lines.push_back(Joined({Format(r.BegNode, "##0"), f(UnitKind::K_Factor, r.KFactorB, "##0.00"),
-                                f(UnitKind::Length, r.ElevationB, "##0.00"),
-                                f(UnitKind::Volumetric_Flow, r.DischargeB, "##0.00"),
-                                f(UnitKind::Pressure_Drop, r.ResidualB, "##0.00"),
-                                f(UnitKind::Fine_Length, r.NominalDiameter, "##0.00"),
-                                f(UnitKind::Volumetric_Flow, r.Flow, "##0.00"),
-                                f(UnitKind::Friction_Loss, r.FrictionLossPerFoot, "##0.00000"),
-                                f(UnitKind::Length, r.PipeLength, "##0.00"),
-                                f(UnitKind::Pressure_Drop, r.FrictionPressure, "##0.000")}));
-        lines.push_back(Joined({Format(r.EndNode, "##0"), f(UnitKind::K_Factor, r.KFactorE, "##0.00"),
-                                f(UnitKind::Length, r.ElevationE, "##0.00"),
-                                f(UnitKind::Volumetric_Flow, r.DischargeE, "##0.00"),
-                                f(UnitKind::Pressure_Drop, r.ResidualE, "##0.00"),
-                                f(UnitKind::Fine_Length, r.InsideDiameter, "##0.000"),
-                                f(UnitKind::Velocity, r.Velocity, "##0.00"),
-                                r.FittingText.empty() ? "-----" : r.FittingText,
-                                f(UnitKind::Length, r.FittingLength, "##0.00"),
-                                f(UnitKind::Pressure_Drop, r.ElevationPressure, "##0.000")}));
+        lines.push_back(
+            Joined({Format(r.BegNode, "##0"), f(UnitKind::K_Factor, r.KFactorB, "##0.00"),
+                    f(UnitKind::Length, r.ElevationB, "##0.00"),
+                    f(UnitKind::Volumetric_Flow, r.DischargeB, "##0.00"),
+                    f(UnitKind::Pressure_Drop, r.ResidualB, "##0.00"),
+                    f(UnitKind::Fine_Length, r.NominalDiameter, "##0.00"),
+                    f(UnitKind::Volumetric_Flow, r.Flow, "##0.00"),
+                    f(UnitKind::Friction_Loss, r.FrictionLossPerFoot, "##0.00000"),
+                    f(UnitKind::Length, r.PipeLength, "##0.00"),
+                    f(UnitKind::Pressure_Drop, r.FrictionPressure, "##0.000")}));
+        lines.push_back(
+            Joined({Format(r.EndNode, "##0"), f(UnitKind::K_Factor, r.KFactorE, "##0.00"),
+                    f(UnitKind::Length, r.ElevationE, "##0.00"),
+                    f(UnitKind::Volumetric_Flow, r.DischargeE, "##0.00"),
+                    f(UnitKind::Pressure_Drop, r.ResidualE, "##0.00"),
+                    f(UnitKind::Fine_Length, r.InsideDiameter, "##0.000"),
+                    f(UnitKind::Velocity, r.Velocity, "##0.00"),
+                    r.FittingText.empty() ? "-----" : r.FittingText,
+                    f(UnitKind::Length, r.FittingLength, "##0.00"),
+                    f(UnitKind::Pressure_Drop, r.ElevationPressure, "##0.000")}));
     }
     return lines;
 }
@@ -85,11 +87,12 @@ std::vector<std::string> SprinklerLines(const Project& project, Shown shown) {
         const double q = shown(UnitKind::Volumetric_Flow, n.Discharge);
         area += a;
         discharge += q;
-        lines.push_back(Joined({Format(n.Number, "##0"), Trim(n.AreaGroup),
-                                Format(shown(UnitKind::K_Factor, n.KFactor), "##0.00"),
-                                Format(shown(UnitKind::Length, n.Elevation), "##0.00"),
-                                Format(shown(UnitKind::Pressure_Drop, n.ResidualPressure), "##0.00"),
-                                Format(a, "##0.00"), Format(q / a, "##0.000"), Format(q, "##0.00")}));
+        lines.push_back(
+            Joined({Format(n.Number, "##0"), Trim(n.AreaGroup),
+                    Format(shown(UnitKind::K_Factor, n.KFactor), "##0.00"),
+                    Format(shown(UnitKind::Length, n.Elevation), "##0.00"),
+                    Format(shown(UnitKind::Pressure_Drop, n.ResidualPressure), "##0.00"),
+                    Format(a, "##0.00"), Format(q / a, "##0.000"), Format(q, "##0.00")}));
     }
     lines.push_back(Joined({"Totals For All Groups", Format(area, "##0.00"),
                             Format(discharge / area, "##0.000"), Format(discharge, "##0.00")}));
@@ -165,12 +168,12 @@ TEST(ReportNumbers, SummaryFiguresOfADrySystemAndTheWaterVolume) {
     const CalculationData& d = project->CalculationData;
     const double area = project->SystemData.AreaOfSprinklerOperation;
     const double flow = d.SprinklerFlow;
-    ExpectInOrder(rendered->Text,
-                  {Joined({"Adjusted Area Of Application:", Format(1.3f * area, "##0.00"), "ft²"}),
-                   Joined({"Application Average Density:", Format(flow / area, "##0.000"),
-                           "gpm/ft²"}),
-                   Joined({"Application Adjusted Density (not required by NFPA 13):",
-                           Format(flow / (1.3f * area), "##0.000"), "gpm/ft²"})});
+    ExpectInOrder(
+        rendered->Text,
+        {Joined({"Adjusted Area Of Application:", Format(1.3f * area, "##0.00"), "ft²"}),
+         Joined({"Application Average Density:", Format(flow / area, "##0.000"), "gpm/ft²"}),
+         Joined({"Application Adjusted Density (not required by NFPA 13):",
+                 Format(flow / (1.3f * area), "##0.000"), "gpm/ft²"})});
     // Only pipe lengths count: 20 ft of 2" and 10 ft of 2" and 40 ft of 1" Schedule 40.
     double volume = 0;
     for (const auto& [inside, length] : {std::pair{2.067, 30.0}, std::pair{1.049, 40.0}}) {
