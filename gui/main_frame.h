@@ -10,6 +10,7 @@
 #include "core/project.h"
 #include "core/settings.h"
 #include "core/units.h"
+#include "entry/help_lists.h"
 #include "gui/calculator_fields.h"
 #include "gui/screen_dispatcher.h"
 #include "library/pipe_library.h"
@@ -77,6 +78,7 @@ public:
     GeneralDataWindow* GeneralData() const;
     // The help windows of every screen's fields.
     HelpWindows& Help() const { return *help_; }
+    ScreenDispatcher& Dispatcher() { return screens_; }
     QMdiArea* Area() const { return area_; }
     QAction* Action(const QString& key) const;
     QMenu* RecentFilesMenu() const { return fileMenu_; }
@@ -112,6 +114,10 @@ private:
     // A project screen as a window of the MDI area, placed as it stood last time.
     QMdiSubWindow* AddScreen(QWidget* screen, QSize size, std::string_view section);
     void OpenDataUnits();
+    void SaveDxfGraph();
+    std::optional<std::string> OpenCalculator(HelpCalculator calculator,
+                                              const HelpRequest& request);
+    double InnerDiameterOfRow(int row) const;
     void ArrangeWindows(const QString& key);
     void SetRunning(bool running);
     void RestoreToolbarLayout();

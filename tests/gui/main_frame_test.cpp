@@ -35,7 +35,8 @@ TEST(MainFrame, StartsWithTheCommandsOfTheTable) {
     gui::MainFrame& frame = *desktop.Frame;
     EXPECT_EQ(frame.windowTitle(), "Quench");
     // Menus whose screens are not built yet stay out.
-    EXPECT_EQ(MenuTitles(frame), (QStringList{"&File", "&Project", "&Tools", "&Window"}));
+    EXPECT_EQ(MenuTitles(frame),
+              (QStringList{"&File", "&Project", "&Reports", "&Tools", "&Window"}));
     EXPECT_NE(frame.Action("WindowTileVertical"), nullptr);
     EXPECT_EQ(frame.Action("ToolPreview"), nullptr);
     EXPECT_TRUE(frame.Action("ToolNew")->isEnabled());
