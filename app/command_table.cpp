@@ -48,7 +48,7 @@ constexpr std::array Table{
 
     CommandEntry{"ToolReportOptions"sv, Menu::Reports, "Report &Options..."sv, Toolbar, Exists},
     CommandEntry{"ToolDXF_Graph"sv, Menu::Reports, "Save Graph as AutoCAD D&XF File..."sv, !Toolbar,
-                 !Exists},
+                 Exists},
 
     CommandEntry{"ToolPipeDB"sv, Menu::Libraries, "&Pipe Materials Library"sv, Toolbar, !Exists},
     CommandEntry{"ToolPumpDB"sv, Menu::Libraries, "&Fire Pump Database"sv, Toolbar, !Exists},

@@ -23,6 +23,9 @@
 #include "gui/report_preview.h"
 #include "gui/temp_file_dialog.h"
 #include "gui/window_placement.h"
+#include "library/equivalent_length.h"
+#include "library/material_tables.h"
+#include "reports/dxf_graph.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -143,6 +146,9 @@ MainFrame::MainFrame(FrameSetup setup, QWidget* parent)
     autoSave_->start();
     statusBar()->showMessage(QString());
     SetUpReports();
+    help_->SetCalculatorOpener([this](HelpCalculator calculator, const HelpRequest& request) {
+        return OpenCalculator(calculator, request);
+    });
     ProjectStateChanged();
 }
 
@@ -345,6 +351,71 @@ void MainFrame::Dispatch(const QString& key) {
         OpenBranchLineCalculator(Calculators(), {}, this);
     } else if (ReportCommands::IsReportCommand(key)) {
         reports_->Dispatch(key);
+    } else if (key == "ToolDXF_Graph") {
+        SaveDxfGraph();
+    }
+}
+
+// A calculator opened from a help window: its value goes back as the window's pick.
+std::optional<std::string> MainFrame::OpenCalculator(HelpCalculator calculator,
+                                                     const HelpRequest& request) {
+    const QString fieldText = QString::fromStdString(request.FieldText);
+    std::optional<QString> value;
+    switch (calculator) {
+    case HelpCalculator::SprinklerKFactor:
+        value = OpenKFactorCalculator(Calculators(), fieldText, this);
+        break;
+    case HelpCalculator::BranchLine:
+        value = OpenBranchLineCalculator(Calculators(), fieldText, this);
+        break;
+    case HelpCalculator::AdditionalFitting:
+        value = OpenAdditionalFittingCalculator(Calculators(),
+                                                InnerDiameterOfRow(request.OriginRow), this);
+        break;
+    }
+    if (!value) {
+        return std::nullopt;
+    }
+    return value->toStdString();
+}
+
+// The inside diameter of a pipe row's size, 0 for a row left to autosizing or out of range.
+double MainFrame::InnerDiameterOfRow(int row) const {
+    if (row < 1 || row >= static_cast<int>(project_.PipeRecord.size())) {
+        return 0;
+    }
+    const PipeRecord& pipe = project_.PipeRecord[static_cast<std::size_t>(row)];
+    if (pipe.Diameter <= 0 || !IsLibraryMaterial(pipe.Material)) {
+        return 0;
+    }
+    const Single nominal = LookupNominal(pipe.Diameter, project_.UnitSystem);
+    const PipeDiameterRecord* size = FindDiameter(library_, pipe.Material, nominal);
+    return size == nullptr ? 0 : size->Inner;
+}
+
+// The graph of the last results as a drawing; a metric project gets its message before any
+// file dialog.
+void MainFrame::SaveDxfGraph() {
+    if (project_.UnitSystem == 1) {
+        WriteDxfGraph(project_, {}, dialogs_);
+        return;
+    }
+    const FileDialogRequest request{
+        "Save as Autocad DXF File...", "Autocad DXF File (*.dxf)", "*.dxf", "dxf", {}};
+    const auto file = choices_.ChooseSaveFile(request, this);
+    if (!file) {
+        return;
+    }
+    std::string error;
+    switch (WriteDxfGraph(project_, *file, dialogs_, &error)) {
+    case DxfGraphOutcome::ImpossibleTest:
+        dialogs_.ShowMessage(MessageStyle::Information, "", DxfImpossibleTestMessage);
+        break;
+    case DxfGraphOutcome::WriteFailed:
+        dialogs_.ShowMessage(MessageStyle::Critical, request.Title, error);
+        break;
+    default:
+        break;
     }
 }
 

@@ -10,6 +10,7 @@
 #include "core/project.h"
 #include "core/settings.h"
 #include "core/units.h"
+#include "entry/help_lists.h"
 #include "gui/calculator_fields.h"
 #include "gui/drawing_options_dialog.h"
 #include "gui/screen_dispatcher.h"
@@ -86,6 +87,7 @@ public:
     // The help windows of every screen's fields.
     HelpWindows& Help() const { return *help_; }
     ReportCommands* Reports() const { return reports_; }
+    ScreenDispatcher& Dispatcher() { return screens_; }
     QMdiArea* Area() const { return area_; }
     QAction* Action(const QString& key) const;
     QMenu* RecentFilesMenu() const { return fileMenu_; }
@@ -124,6 +126,10 @@ private:
     QMdiSubWindow* AddScreen(QWidget* screen, QSize size, std::string_view section);
     void SetUpReports();
     void OpenDataUnits();
+    void SaveDxfGraph();
+    std::optional<std::string> OpenCalculator(HelpCalculator calculator,
+                                              const HelpRequest& request);
+    double InnerDiameterOfRow(int row) const;
     void ArrangeWindows(const QString& key);
     void SetRunning(bool running);
     void RestoreToolbarLayout();
