@@ -64,6 +64,21 @@ constexpr std::array RememberedScreens{
 
 } // namespace
 
+fs::path ProjectFileOf(fs::path file) {
+    if (!file.has_extension()) {
+        file += ProjectExtension;
+    }
+    return Absolute(file);
+}
+
+fs::path WorkingFileOf(const fs::path& projectFile) {
+    return fs::path(projectFile).replace_extension(".tmp");
+}
+
+bool IsWorkingFileName(const fs::path& file) {
+    return HasExtension(file, ".tmp");
+}
+
 class ProjectLifecycle::BusyCursor {
 public:
     explicit BusyCursor(LifecycleHost& host) : host_(host) { host_.SetBusy(true); }
@@ -102,7 +117,7 @@ fs::path ProjectLifecycle::UntitledProjectFile() const {
 
 void ProjectLifecycle::SetNames(const fs::path& projectFile) {
     projectFileName_ = projectFile;
-    tempFileName_ = fs::path(projectFile).replace_extension(".tmp");
+    tempFileName_ = WorkingFileOf(projectFile);
     backupFileName_ = fs::path(projectFile).replace_extension(".bak");
 }
 
@@ -209,10 +224,7 @@ bool ProjectLifecycle::CanBeOpened(const fs::path& file) {
 }
 
 void ProjectLifecycle::OpenNamed(fs::path file) {
-    if (!file.has_extension()) {
-        file += ProjectExtension;
-    }
-    file = Absolute(file);
+    file = ProjectFileOf(std::move(file));
     if (!IsRegularFile(file)) {
         dialogs_.ShowMessage(MessageStyle::Critical, texts::ProgramTitle, texts::FileNotFound);
         return;
@@ -222,7 +234,7 @@ void ProjectLifecycle::OpenNamed(fs::path file) {
         return;
     }
     // A working file opened as a project would be its own copy.
-    if (HasExtension(file, ".tmp")) {
+    if (IsWorkingFileName(file)) {
         ShowOpenError(texts::OldProjectStays);
         return;
     }
@@ -418,10 +430,7 @@ bool ProjectLifecycle::SaveAs() {
         }
         dialogs_.ShowMessage(MessageStyle::Critical, texts::SaveAsErrorTitle, texts::SaveAsError);
     }
-    if (!file.has_extension()) {
-        file += ProjectExtension;
-    }
-    file = Absolute(file);
+    file = ProjectFileOf(file);
     std::string error;
     if (!WriteWorkingFile() || !CopyFile(tempFileName_, file, &error)) {
         if (!error.empty()) {

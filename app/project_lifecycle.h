@@ -79,6 +79,13 @@ inline constexpr std::string_view UntitledWorkingName = "Untitled.tmp";
 inline constexpr std::string_view ProjectExtension = ".qnw";
 inline constexpr std::string_view LegacyExtension = ".qnd";
 
+// The one rule for the files of a project, for the desktop and every command that saves: a name
+// without an extension is a ".qnw" project; its working file is the name with ".tmp" in place of
+// the extension, beside it. A ".tmp" file is a working file and never opened as a project.
+std::filesystem::path ProjectFileOf(std::filesystem::path file);
+std::filesystem::path WorkingFileOf(const std::filesystem::path& projectFile);
+bool IsWorkingFileName(const std::filesystem::path& file);
+
 // The answer of frmTempFile.
 enum class TempFileChoice { OpenTemporary, OpenSaved, DoNotOpen };
 

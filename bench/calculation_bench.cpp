@@ -1,5 +1,6 @@
-// The Calculate command on generated trees and grids of about 40, 200 and 1000 pipes, and one
-// Newton iteration of the solver on the same networks.
+// The Calculate command on generated trees and grids of about 200 and 1000 pipes with shuffled
+// node numbers, at the damping of small networks (2, 1) and of large ones (65, 60), in both modes;
+// and one Newton step of the solver on the same grids.
 
 #include "app/directories.h"
 #include "bench/network_generator.h"
@@ -38,21 +39,35 @@ const PipeLibrary& Library() {
 
 enum class Mode { Supply, Demand, DemandSized };
 
-std::unique_ptr<Project> ProjectFor(Mode mode, Shape shape, int pipes) {
+// The damping a small network is given (2, 1) and the one a large network or a CAD import needs
+// (65, 60): the range's second argument is the initial factor.
+int MinimumDampingFor(int initial) {
+    return initial >= 60 ? 60 : 1;
+}
+
+std::unique_ptr<Project> ProjectFor(Mode mode, Shape shape, int pipes, int damping, bool shuffled) {
     auto project = std::make_unique<Project>();
     NetworkGenerator generator(*project);
-    generator.Build(SizedNetwork(shape, pipes));
+    GeneratedNetwork network = SizedNetwork(shape, pipes);
+    network.Shuffled = shuffled;
+    generator.Build(network);
     if (mode == Mode::Supply) {
         generator.SupplyMode(60);
     } else {
         generator.DemandMode(7, 0.15f, mode == Mode::DemandSized);
     }
+    generator.Damping(static_cast<Single>(damping),
+                      static_cast<Single>(MinimumDampingFor(damping)));
     return project;
 }
 
+// Whole runs of the Calculate command: the time of a run, its Newton steps and the time per step.
 void CalculationRun(benchmark::State& state, Mode mode, Shape shape) {
-    const auto project = ProjectFor(mode, shape, static_cast<int>(state.range(0)));
-    long iterations = 0;
+    const int pipes = static_cast<int>(state.range(0));
+    const int damping = static_cast<int>(state.range(1));
+    const auto project = ProjectFor(mode, shape, pipes, damping, true);
+    long steps = 0;
+    long nodeOrderSteps = 0;
     long runs = 0;
     for (auto _ : state) {
         QuietDialogs dialogs;
@@ -63,13 +78,16 @@ void CalculationRun(benchmark::State& state, Mode mode, Shape shape) {
             state.SkipWithError("the run did not post its results");
             return;
         }
-        iterations += calculation.Context().NewtonIterations;
+        steps += calculation.Context().NewtonIterations;
+        nodeOrderSteps += calculation.State().NodeOrderSteps;
         ++runs;
     }
     state.counters["pipes"] = project->NumberOfPipes;
-    state.counters["iterations"] = static_cast<double>(iterations) / static_cast<double>(runs);
-    state.counters["per_iteration"] = benchmark::Counter(
-        static_cast<double>(iterations), benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+    state.counters["steps"] = static_cast<double>(steps) / static_cast<double>(runs);
+    state.counters["node_order_steps"] =
+        static_cast<double>(nodeOrderSteps) / static_cast<double>(runs);
+    state.counters["per_step"] = benchmark::Counter(
+        static_cast<double>(steps), benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
 }
 
 void SupplyTree(benchmark::State& state) {
@@ -87,19 +105,27 @@ void DemandGrid(benchmark::State& state) {
 void DemandTreeSized(benchmark::State& state) {
     CalculationRun(state, Mode::DemandSized, Shape::Tree);
 }
-void DemandGridSized(benchmark::State& state) {
-    CalculationRun(state, Mode::DemandSized, Shape::Grid);
-}
-BENCHMARK(SupplyTree)->Arg(40)->Arg(200)->Arg(1000)->Unit(benchmark::kMillisecond);
-BENCHMARK(SupplyGrid)->Arg(40)->Arg(200)->Arg(1000)->Unit(benchmark::kMillisecond);
-BENCHMARK(DemandTree)->Arg(40)->Arg(200)->Arg(1000)->Unit(benchmark::kMillisecond);
-BENCHMARK(DemandGrid)->Arg(40)->Arg(200)->Arg(1000)->Unit(benchmark::kMillisecond);
-BENCHMARK(DemandTreeSized)->Arg(40)->Arg(200)->Arg(1000)->Unit(benchmark::kMillisecond);
-BENCHMARK(DemandGridSized)->Arg(40)->Arg(200)->Arg(1000)->Unit(benchmark::kMillisecond);
 
-// One Newton step (matrix, elimination, damped correction, flows) on a solved network.
-void NewtonIteration(benchmark::State& state) {
-    const auto project = ProjectFor(Mode::Supply, Shape::Grid, static_cast<int>(state.range(0)));
+// Pipes and initial damping.
+void Networks(benchmark::internal::Benchmark* benchmark) {
+    for (const int pipes : {200, 1000}) {
+        for (const int damping : {2, 65}) {
+            benchmark->Args({pipes, damping});
+        }
+    }
+    benchmark->ArgNames({"pipes", "damping"})->Unit(benchmark::kMillisecond);
+}
+BENCHMARK(SupplyTree)->Apply(Networks);
+BENCHMARK(SupplyGrid)->Apply(Networks);
+BENCHMARK(DemandTree)->Apply(Networks);
+BENCHMARK(DemandGrid)->Apply(Networks);
+BENCHMARK(DemandTreeSized)->Args({200, 2})->Args({1000, 2})->Unit(benchmark::kMillisecond);
+
+// One Newton step (matrix, elimination, damped correction, flows) on a solved network, with its
+// nodes numbered along the lines (0) or shuffled (1).
+void NewtonStep(benchmark::State& state, Mode mode) {
+    const auto project =
+        ProjectFor(mode, Shape::Grid, static_cast<int>(state.range(0)), 2, state.range(1) != 0);
     QuietDialogs dialogs;
     NoProgress progress;
     NoScreens screens;
@@ -110,17 +136,32 @@ void NewtonIteration(benchmark::State& state) {
     }
     RunContext& context = calculation.Context();
     SolverState& solver = calculation.State();
+    const long nodeOrder = solver.NodeOrderSteps;
     for (auto _ : state) {
-        solver.Iteration = 1;
+        solver.Iteration = 5;
         BuildMatrix(solver);
         benchmark::DoNotOptimize(SolveMatrix(context, solver));
         ApplyCorrections(context, solver);
         ComputeFlows(solver);
     }
     state.counters["pipes"] = project->NumberOfPipes;
-    state.counters["elements"] = solver.Matrix.ElementCount();
+    state.counters["fill"] = static_cast<double>(solver.Elimination.FillCount());
+    state.counters["node_order_steps"] = static_cast<double>(solver.NodeOrderSteps - nodeOrder);
 }
-BENCHMARK(NewtonIteration)->Arg(40)->Arg(200)->Arg(1000)->Unit(benchmark::kMicrosecond);
+void SupplyNewtonStep(benchmark::State& state) {
+    NewtonStep(state, Mode::Supply);
+}
+void DemandNewtonStep(benchmark::State& state) {
+    NewtonStep(state, Mode::Demand);
+}
+BENCHMARK(SupplyNewtonStep)
+    ->ArgsProduct({{200, 1000}, {0, 1}})
+    ->ArgNames({"pipes", "shuffled"})
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK(DemandNewtonStep)
+    ->ArgsProduct({{200, 1000}, {0, 1}})
+    ->ArgNames({"pipes", "shuffled"})
+    ->Unit(benchmark::kMicrosecond);
 
 } // namespace
 } // namespace quench::bench

@@ -2,12 +2,17 @@
 
 // Networks for the benchmarks: a tree (a cross main with dead-end branch lines) and a grid
 // (branch lines between two mains), fed through a riser from node 1, with the sprinklers of the
-// far branch lines flowing and the others inactive.
+// far branch lines flowing and the others inactive. Node numbers run along the lines, or are
+// shuffled as a drawing hands them out, so that the equations come in no helpful order.
 
 #include "core/formats.h"
 #include "core/project.h"
 
+#include <cstdint>
+#include <numeric>
+#include <random>
 #include <string>
+#include <vector>
 
 namespace quench::bench {
 
@@ -17,6 +22,7 @@ struct GeneratedNetwork {
     Shape Kind = Shape::Grid;
     int Lines = 0;  // branch lines
     int Places = 0; // nodes along a line
+    bool Shuffled = false;
 };
 
 // About 40, 200 and 1000 pipes of each shape.
@@ -38,6 +44,7 @@ public:
     void Build(const GeneratedNetwork& network) {
         lines_ = network.Lines;
         places_ = network.Places;
+        Number(network.Shuffled);
         const bool grid = network.Kind == Shape::Grid;
         const Single main = network.Lines > 30 || network.Places > 30 ? 8.0f : 4.0f;
         AddPipe(1, Node(0, 0), 20, main);
@@ -61,8 +68,12 @@ public:
         CalculationData& data = project_.CalculationData;
         data.UseMaximumImbalance = 1;
         data.MaximumNodePressureImbalance = 0.00001;
-        data.InitialDampingFactor = 2;
-        data.MinimumDampingFactor = 1;
+        Damping(2, 1);
+    }
+
+    void Damping(Single initial, Single minimum) {
+        project_.CalculationData.InitialDampingFactor = initial;
+        project_.CalculationData.MinimumDampingFactor = minimum;
     }
 
     void SupplyMode(double pressure) {
@@ -95,7 +106,33 @@ public:
     }
 
 private:
-    int Node(int line, int place) const { return 10 + line * places_ + place; }
+    // Node numbers from 10 up, in line order or in a fixed random order.
+    void Number(bool shuffled) {
+        numbers_.resize(static_cast<std::size_t>(lines_ * places_));
+        std::iota(numbers_.begin(), numbers_.end(), 10);
+        if (!shuffled) {
+            return;
+        }
+        std::mt19937 random(20261125);
+        for (std::size_t at = numbers_.size() - 1; at > 0; --at) {
+            const std::size_t other = random() % (at + 1);
+            std::swap(numbers_[at], numbers_[other]);
+        }
+    }
+
+    int Node(int line, int place) const {
+        return numbers_[static_cast<std::size_t>(line * places_ + place)];
+    }
+
+    // Line and place of a numbered node, -1 for the riser's foot.
+    int IndexOf(int node) const {
+        for (std::size_t at = 0; at < numbers_.size(); ++at) {
+            if (numbers_[at] == node) {
+                return static_cast<int>(at);
+            }
+        }
+        return -1;
+    }
 
     void AddPipe(int begin, int end, Single length, Single diameter) {
         PipeRecord& row =
@@ -114,11 +151,12 @@ private:
     void NodeData(int node, bool grid, std::string& kFactor, Single& area) const {
         kFactor = "None";
         area = 0;
-        if (node < 10) {
+        const int index = IndexOf(node);
+        if (index < 0) {
             return;
         }
-        const int line = (node - 10) / places_;
-        const int place = (node - 10) % places_;
+        const int line = index / places_;
+        const int place = index % places_;
         const bool sprinkler = place > 0 && (!grid || place < places_ - 1);
         if (!sprinkler) {
             return;
@@ -136,6 +174,7 @@ private:
     Project& project_;
     int lines_ = 0;
     int places_ = 0;
+    std::vector<int> numbers_;
 };
 
 } // namespace quench::bench

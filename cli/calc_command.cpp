@@ -1,13 +1,13 @@
 // quench calc FILE: the Calculate command of the Calculation screen, from the settings stored in
 // FILE, and on success the project saved back with its results as Save does.
 
+#include "app/project_lifecycle.h"
 #include "calc/calculation.h"
 #include "cli/command.h"
 #include "cli/library_arguments.h"
 #include "core/atomic_write.h"
 #include "core/formats.h"
 #include "core/json_writer.h"
-#include "core/project_file.h"
 #include "core/project_json.h"
 #include "core/text.h"
 
@@ -143,26 +143,35 @@ private:
     CommandLineProgress& progress_;
 };
 
-// The working file of a project: the name with ".tmp" in place of its last four characters. A
-// project that is itself named so gets ".tmp" added, so that its working file is another file.
-std::filesystem::path WorkingFileOf(const std::filesystem::path& file) {
-    const std::string name = file.filename().string();
-    std::string working =
-        name.size() >= 4 ? name.substr(0, name.size() - 4) + ".tmp" : name + ".tmp";
-    if (working == name) {
-        working = name + ".tmp";
-    }
-    return file.parent_path() / working;
-}
-
-bool CountsFit(const Project& project) {
-    return project.NumberOfPipeRows <= MaxPipes && project.NumberOfNodes <= MaxNodes &&
-           project.NumberOfPipes <= MaxPipes;
-}
-
 // Copy of a node text with the supply's internal 10000 as its own number.
 std::string TypedNode(const Project& project, const std::string& text) {
     return ToNumber(Trim(text)) == InflowNodeCode ? std::to_string(project.InflowNode) : text;
+}
+
+// The pipes that sizing left over a limit, by their row of "pipes" (1-based), with the reason.
+void WriteSizingNotesJson(const Project& project, JsonWriter& json) {
+    json.Key("sizingNotes");
+    json.BeginArray();
+    for (std::size_t row = 1; row < project.SizingNotes.size(); ++row) {
+        const SizingNote note = project.SizingNotes[row];
+        if (note == SizingNote::None) {
+            continue;
+        }
+        const CalcPipeRecord& pipe = project.CalcPipeRecord[row];
+        json.BeginObject();
+        json.Key("pipe");
+        json.Number(row);
+        json.Key("BegNode");
+        json.String(TypedNode(project, pipe.BegNode));
+        json.Key("EndNode");
+        json.String(TypedNode(project, pipe.EndNode));
+        json.Key("reason");
+        json.String(SizingNoteName(note));
+        json.Key("note");
+        json.String(SizingNoteText(note));
+        json.EndObject();
+    }
+    json.EndArray();
 }
 
 void WriteResultsJson(const Project& project, std::ostream& out) {
@@ -217,94 +226,50 @@ void WriteResultsJson(const Project& project, std::ostream& out) {
         WriteRecordJson(json, project.PipeResultRecord[static_cast<std::size_t>(row)]);
     }
     json.EndArray();
+    WriteSizingNotesJson(project, json);
     json.EndObject();
     out << '\n';
 }
 
-// Removes the working file when the command ends, whatever way it ends.
-class WorkingFile {
+// The lifecycle's host without windows: a working file left by an unfinished session is noted
+// and left alone.
+class CommandLineHost final : public LifecycleHost {
 public:
-    explicit WorkingFile(std::filesystem::path file) : file_(std::move(file)) {}
-    ~WorkingFile() {
-        if (made_) {
-            std::error_code ignored;
-            std::filesystem::remove(file_, ignored);
-        }
+    TempFileChoice ChooseTempFileAction(std::string_view) override {
+        FoundWorkingFile = true;
+        return TempFileChoice::DoNotOpen;
     }
-    WorkingFile(const WorkingFile&) = delete;
-    WorkingFile& operator=(const WorkingFile&) = delete;
-
-    const std::filesystem::path& Path() const { return file_; }
-    void Made() { made_ = true; }
-
-private:
-    std::filesystem::path file_;
-    bool made_ = false;
+    bool FoundWorkingFile = false;
 };
 
-// Open: the named file copied to its working file and read from there.
-bool OpenProject(const CalcArguments& arguments, WorkingFile& working, Project& project,
-                 std::ostream& err) {
-    std::error_code error;
-    if (!std::filesystem::is_regular_file(arguments.File, error)) {
-        UsageError(err, "cannot read " + Quoted(arguments.File) + ": no such project file");
-        return false;
-    }
-    if (ToLower(arguments.File.extension().string()) == ".qnd") {
-        UsageError(err, "cannot calculate " + Quoted(arguments.File) +
-                            ": a DOS project file; convert it first");
-        return false;
-    }
-    if (std::filesystem::exists(working.Path(), error)) {
-        UsageError(err, "the working file " + Quoted(working.Path()) +
-                            " of an unfinished session exists; open the project in Quench to "
-                            "recover it");
-        return false;
-    }
-    std::string bytes;
-    if (!ReadWholeFile(arguments.File, bytes)) {
-        UsageError(err, "cannot read " + Quoted(arguments.File));
-        return false;
-    }
-    std::string reason;
-    if (!WriteFileAtomically(working.Path(), bytes, &reason)) {
-        UsageError(err, "cannot write the working file " + Quoted(working.Path()) + ": " + reason);
-        return false;
-    }
-    working.Made();
-    ResetProject(project);
-    if (!ReadProject(project, working.Path(), &reason)) {
-        UsageError(err, "cannot read " + Quoted(arguments.File) + ": " + reason);
-        return false;
-    }
-    if (!CountsFit(project)) {
-        UsageError(err, "cannot open " + Quoted(arguments.File) +
-                            ": it holds more pipes or nodes than a project may have");
-        return false;
-    }
-    return true;
-}
+// The project opened through the lifecycle, as the desktop opens it: the named file copied to its
+// working file and read from there. When the command ends, whatever way, the working file goes.
+class OpenedProject {
+public:
+    explicit OpenedProject(ProjectLifecycle& lifecycle) : lifecycle_(lifecycle) {}
+    ~OpenedProject() { lifecycle_.Unload(); }
+    OpenedProject(const OpenedProject&) = delete;
+    OpenedProject& operator=(const OpenedProject&) = delete;
 
-// Save: the model to the working file, then the named file replaced by a copy of it.
-bool SaveProject(const CalcArguments& arguments, const WorkingFile& working, const Project& project,
-                 std::ostream& err) {
-    std::string reason;
-    const WriteOutcome written = WriteProject(project, working.Path(), &reason);
-    if (written != WriteOutcome::Written) {
-        UsageError(err, "cannot save " + Quoted(arguments.File) + ": " +
-                            (written == WriteOutcome::Skipped
-                                 ? std::string("the network has more nodes than a project may hold")
-                                 : reason));
-        return false;
+    bool Open(const std::filesystem::path& file, const CommandLineHost& host, std::ostream& err) {
+        const std::filesystem::path project = ProjectFileOf(file);
+        if (IsWorkingFileName(project)) {
+            UsageError(err, "cannot calculate " + Quoted(file) +
+                                ": it is a working file; open its project in Quench to recover it");
+            return false;
+        }
+        lifecycle_.Open(file);
+        if (host.FoundWorkingFile) {
+            UsageError(err, "the working file " + Quoted(WorkingFileOf(project)) +
+                                " of an unfinished session exists; open the project in Quench to "
+                                "recover it");
+        }
+        return lifecycle_.ProjectIsLoaded();
     }
-    std::string bytes;
-    if (!ReadWholeFile(working.Path(), bytes) ||
-        !WriteFileAtomically(arguments.File, bytes, &reason)) {
-        UsageError(err, "cannot save " + Quoted(arguments.File) + ": " + reason);
-        return false;
-    }
-    return true;
-}
+
+private:
+    ProjectLifecycle& lifecycle_;
+};
 
 bool WriteJson(const std::filesystem::path& file, const Project& project, std::ostream& err) {
     std::ostringstream text;
@@ -326,13 +291,17 @@ int RunCalc(const Arguments& words, std::ostream& /*out*/, std::ostream& err) {
     if (!library) {
         return ExitUsage;
     }
-    WorkingFile working(WorkingFileOf(arguments->File));
     const auto project = std::make_unique<Project>();
-    if (!OpenProject(*arguments, working, *project, err)) {
-        return ExitUsage;
-    }
     CommandLineProgress progress(err, arguments->Progress);
     CommandLineDialogs dialogs(err, arguments->Reply, progress);
+    CommandLineHost host;
+    // No settings: a command-line run leaves the desktop's recent files and folders as they were.
+    ProjectLifecycle lifecycle(*project, dialogs, host, IniFileHandler{},
+                               arguments->File.parent_path());
+    OpenedProject opened(lifecycle);
+    if (!opened.Open(arguments->File, host, err)) {
+        return ExitUsage;
+    }
     NoScreens screens;
     Calculation calculation(*project, *library, dialogs, progress, screens);
     const bool posted = calculation.Calculate(CalculationScreenFromProject(*project));
@@ -340,7 +309,7 @@ int RunCalc(const Arguments& words, std::ostream& /*out*/, std::ostream& err) {
     if (!posted) {
         return ExitStopped; // the named file is left as it was
     }
-    if (!SaveProject(*arguments, working, *project, err)) {
+    if (!lifecycle.Save()) {
         return ExitUsage;
     }
     if (!arguments->Json.empty() && !WriteJson(arguments->Json, *project, err)) {

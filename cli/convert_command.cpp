@@ -4,9 +4,13 @@
 #include "cli/command.h"
 #include "cli/library_arguments.h"
 #include "core/atomic_write.h"
+#include "core/formats.h"
 #include "core/project_file.h"
 #include "core/text.h"
 #include "interchange/cad_data_file.h"
+#include "interchange/drawing_import.h"
+#include "interchange/drawing_results.h"
+#include "interchange/epanet_export.h"
 #include "interchange/legacy_project.h"
 
 #include <filesystem>
@@ -24,6 +28,8 @@ constexpr const char* Usage =
 struct ConvertArguments {
     std::filesystem::path In;
     std::filesystem::path Out;
+    std::filesystem::path Drawing;
+    DrawingImportOptions Options;
 };
 
 std::string Quoted(const std::filesystem::path& file) {
@@ -34,19 +40,58 @@ std::string Extension(const std::filesystem::path& file) {
     return ToLower(file.extension().string());
 }
 
+std::optional<ConvertArguments> Refuse(std::ostream& err, const std::string& text = {}) {
+    UsageError(err, text.empty() ? std::string("usage: quench convert ") + Usage : text);
+    return std::nullopt;
+}
+
+// An option's value into the arguments; false with a message when it is not usable.
+bool TakeOption(const std::string& option, const std::string& value, ConvertArguments& parsed,
+                std::ostream& err) {
+    if (option == "--layers") {
+        parsed.Options.PipeLayers = SplitLayerList(value);
+        if (parsed.Options.PipeLayers.empty()) {
+            UsageError(err, "--layers needs at least one layer name");
+            return false;
+        }
+    } else if (option == "--snap") {
+        if (!IsNumeric(value) || ToNumber(value) < 0) {
+            UsageError(err, "--snap needs a distance in feet of 0 or more, not \"" + value + "\"");
+            return false;
+        }
+        parsed.Options.SnapFeet = ToNumber(value);
+    } else if (option == "--units") {
+        parsed.Options.Unit = DrawingUnitNamed(value);
+        if (!parsed.Options.Unit) {
+            UsageError(err, "--units takes in, ft, mm, cm or m, not \"" + value + "\"");
+            return false;
+        }
+    } else {
+        parsed.Drawing = value;
+    }
+    return true;
+}
+
 std::optional<ConvertArguments> ParseArguments(const Arguments& arguments, std::ostream& err) {
     ConvertArguments parsed;
     std::vector<std::string> files;
-    for (const auto& word : arguments) {
-        if (word.empty() || word.rfind("--", 0) == 0) {
-            UsageError(err, std::string("usage: quench convert ") + Usage);
-            return std::nullopt;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const std::string& word = arguments[i];
+        if (word == "--layers" || word == "--snap" || word == "--units" || word == "--drawing") {
+            if (i + 1 == arguments.size() || arguments[i + 1].empty()) {
+                return Refuse(err, word + " needs a value");
+            }
+            if (!TakeOption(word, arguments[++i], parsed, err)) {
+                return std::nullopt;
+            }
+        } else if (word.empty() || word.rfind("--", 0) == 0) {
+            return Refuse(err);
+        } else {
+            files.push_back(word);
         }
-        files.push_back(word);
     }
     if (files.size() != 2) {
-        UsageError(err, std::string("usage: quench convert ") + Usage);
-        return std::nullopt;
+        return Refuse(err);
     }
     parsed.In = files[0];
     parsed.Out = files[1];
@@ -117,7 +162,79 @@ int CadDataToProject(const ConvertArguments& files, std::ostream& err) {
     return WriteProjectFile(*project, files.Out, err) ? ExitSuccess : ExitUsage;
 }
 
-int RunConvert(const Arguments& arguments, std::ostream& /*out*/, std::ostream& err) {
+int DrawingToProject(const ConvertArguments& files, std::ostream& err) {
+    const std::optional<PipeLibrary> library = LoadCommandLibrary(LibraryArguments{}, err);
+    if (!library) {
+        return ExitUsage;
+    }
+    std::string text;
+    if (!ReadWholeFile(files.In, text)) {
+        return UsageError(err, "cannot read " + Quoted(files.In));
+    }
+    const auto project = std::make_unique<Project>();
+    DrawingContent content;
+    DrawingImportOutcome outcome;
+    if (!ReadDrawing(text, content)) {
+        outcome.Title = drawing_texts::RefusedTitle;
+        outcome.Message = Quoted(files.In) + " is no DXF drawing that can be read.";
+    } else {
+        outcome = ImportDrawing(*project, content, files.Options, *library);
+    }
+    if (!outcome.Loaded) {
+        err << outcome.Title << ": " << outcome.Message << '\n';
+        return ExitStopped;
+    }
+    for (const auto& note : outcome.Notes) {
+        err << note << '\n';
+    }
+    return WriteProjectFile(*project, files.Out, err) ? ExitSuccess : ExitUsage;
+}
+
+int ProjectToDrawing(const ConvertArguments& files, std::ostream& out, std::ostream& err) {
+    if (files.Drawing.empty()) {
+        return UsageError(err, "writing a .dxf needs --drawing IN.dxf, the drawing to annotate");
+    }
+    const auto project = std::make_unique<Project>();
+    if (!ReadProjectFile(*project, files.In, err)) {
+        return ExitUsage;
+    }
+    std::string text;
+    if (!ReadWholeFile(files.Drawing, text)) {
+        return UsageError(err, "cannot read " + Quoted(files.Drawing));
+    }
+    std::string annotated;
+    const auto outcome = AnnotateDrawing(*project, text, files.Options, annotated);
+    if (!outcome.Written) {
+        err << outcome.Title << ": " << outcome.Message << '\n';
+        return ExitStopped;
+    }
+    std::string error;
+    if (!WriteFileAtomically(files.Out, annotated, &error)) {
+        return UsageError(err, "cannot write " + Quoted(files.Out) + ": " + error);
+    }
+    out << outcome.Pipes << " pipes and " << outcome.Nodes << " nodes annotated.\n";
+    return ExitSuccess;
+}
+
+int ProjectToEpanet(const ConvertArguments& files, std::ostream& err) {
+    const auto project = std::make_unique<Project>();
+    if (!ReadProjectFile(*project, files.In, err)) {
+        return ExitUsage;
+    }
+    std::string text;
+    const EpanetOutcome outcome = LayEpanetInput(*project, text);
+    if (!outcome.Written) {
+        err << outcome.Message << '\n';
+        return ExitStopped;
+    }
+    std::string error;
+    if (!WriteFileAtomically(files.Out, text, &error)) {
+        return UsageError(err, "cannot write " + Quoted(files.Out) + ": " + error);
+    }
+    return ExitSuccess;
+}
+
+int RunConvert(const Arguments& arguments, std::ostream& out, std::ostream& err) {
     const auto parsed = ParseArguments(arguments, err);
     if (!parsed) {
         return ExitUsage;
@@ -136,6 +253,15 @@ int RunConvert(const Arguments& arguments, std::ostream& /*out*/, std::ostream& 
     }
     if (from == ".qnc" && to == ".qnw") {
         return CadDataToProject(*parsed, err);
+    }
+    if (from == ".dxf" && to == ".qnw") {
+        return DrawingToProject(*parsed, err);
+    }
+    if (from == ".qnw" && to == ".dxf") {
+        return ProjectToDrawing(*parsed, out, err);
+    }
+    if (from == ".qnw" && to == ".inp") {
+        return ProjectToEpanet(*parsed, err);
     }
     return UsageError(err, "cannot convert " + (from.empty() ? "a file" : from) + " to " +
                                (to.empty() ? "a file" : to) +

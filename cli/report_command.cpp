@@ -67,7 +67,7 @@ std::optional<ReportArguments> ParseArguments(const Arguments& arguments, std::o
         if (word == "-o" || word == "--text" || word == "--sections") {
             if (i + 1 == arguments.size() || arguments[i + 1].empty()) {
                 UsageError(err, word + (word == "--sections" ? " needs a list of sections"
-                                                              : " needs a file name"));
+                                                             : " needs a file name"));
                 return std::nullopt;
             }
             const std::string& value = arguments[++i];

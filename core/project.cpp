@@ -78,6 +78,7 @@ void ResetProject(Project& project) {
         ResetGeneralRecords(project);
     }
     ResetPipeRows(project);
+    project.SizingNotes.clear();
     project.NumberOfPipes = 0;
     project.NumberOfNodes = 0;
     project.NumberOfPipeRows = 0;

@@ -9,6 +9,7 @@
 //
 // Records compare field for field; a NaN, as random bytes can give, never equals itself.
 
+#include "core/sizing_note.h"
 #include "core/types.h"
 
 #include <array>
@@ -412,6 +413,10 @@ struct Project {
     // While the AUTOLOAD template is read at New: a reset then clears only the network, and the
     // file reader skips the output tables.
     bool LoadingTemplate = false;
+
+    // From the last run, not stored: why sizing left a pipe of CalcPipeRecord over a limit, by
+    // row; empty when no pipe was left so.
+    std::vector<SizingNote> SizingNotes;
 
     // Copies of the output tables and of the numeric settings in SI units, for SI screens and
     // reports. Rebuilt from the US tables; never the source of a stored value.

@@ -111,10 +111,21 @@ public:
         third[8] = std::to_string(row.TypeGroup);
         third[9] = Number(UnitKind::Length, row.TotalLength, General);
         third[10] = Number(UnitKind::Pressure_Drop, row.VelocityPressure, Fine);
+        ResultsGridLine fourth{};
+        fourth[1] = SizingNoteText(NoteOf(pipe));
         lines.push_back(std::move(first));
         lines.push_back(std::move(second));
         lines.push_back(std::move(third));
-        lines.emplace_back();
+        lines.push_back(std::move(fourth));
+    }
+
+    // Why sizing left the pipe over a limit, None for a pipe it did not.
+    SizingNote NoteOf(const CalcPipeRecord* pipe) const {
+        if (pipe == nullptr) {
+            return SizingNote::None;
+        }
+        const auto row = static_cast<std::size_t>(pipe - project_.CalcPipeRecord.data());
+        return row < project_.SizingNotes.size() ? project_.SizingNotes[row] : SizingNote::None;
     }
 
     void Device(int place, const PipeResultRecord& row, std::vector<ResultsGridLine>& lines) const {

@@ -1,7 +1,8 @@
 #pragma once
 
 // The results grid of the Calculation screen: one heading line and four lines a pipe, the lines
-// of the output pipe report, in the unit system of the screen.
+// of the output pipe report, in the unit system of the screen. A pipe that sizing left over a
+// limit carries the note why on its fourth line.
 
 #include "core/project.h"
 #include "core/units.h"

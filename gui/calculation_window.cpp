@@ -3,8 +3,10 @@
 #include "calc/calculation.h"
 #include "calc/screen_words.h"
 #include "core/text.h"
+#include "entry/general_data_words.h"
 #include "entry/iteration_list.h"
 #include "entry/results_grid.h"
+#include "gui/help_window.h"
 #include "gui/validated_field.h"
 
 #include <set>
@@ -61,6 +63,10 @@ constexpr std::array<ResultLine, 10> ResultLines{{
 
 QString WithWord(const char* caption, const std::string& word) {
     QString text = caption;
+    // A hose system calls the flow that no hose gives its fixed flow.
+    if (EqualsIgnoreCase(word, HoseDischarge)) {
+        text.replace("Non-Sprinkler Flow", "Fixed Flow");
+    }
     text.replace("Sprinkler", Latin1(word));
     return text;
 }
@@ -135,6 +141,7 @@ ValidatedField* CalculationWindow::MakeField(CalculationField field) {
     widget->setObjectName(Text(FieldInfo(field).Control) +
                           (group > 0 ? QString::number(group) : QString()));
     widget->setProperty("CurrentHelpKey", Text(FieldInfo(field).HelpKey));
+    widget->setProperty("HelpOriginRow", index); // a pick comes back to this field
     if (FieldInfo(field).Number) {
         widget->setMaximumWidth(widget->fontMetrics().horizontalAdvance("0") * 16);
     }
@@ -412,8 +419,24 @@ void CalculationWindow::Dispatch(std::string_view command) {
         progress_.RequestCancel();
     } else if (command == "Put") {
         WriteBack();
+    } else if (command == "UpdateCalculationDataFromHelpWindow") {
+        TakeHelpChoice();
     }
-    // "UpdateCalculationDataFromHelpWindow": no help window picks values yet.
+}
+
+void CalculationWindow::TakeHelpChoice() {
+    if (help_ == nullptr) {
+        return;
+    }
+    const HelpState& state = help_->State();
+    const auto found = fields_.find(static_cast<CalculationField>(state.HelpOriginRow));
+    if (running_ || found == fields_.end() || !found->second->isEnabled() ||
+        FieldInfo(found->first).HelpKey != state.CurrentHelpKey) {
+        return;
+    }
+    // The pick goes through the field's change and leaving rules, as typed.
+    FieldEdited(found->first, Latin1(state.HelpSelection));
+    FieldLeft(found->first);
 }
 
 // --- Showing the model

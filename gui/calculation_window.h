@@ -26,6 +26,7 @@ class QTableWidget;
 
 namespace quench::gui {
 
+class HelpWindows;
 class ValidatedField;
 
 class CalculationWindow : public QWidget {
@@ -46,6 +47,9 @@ public:
     void WriteBack();
     // On activation: the inflow node numbers from the model.
     void RefreshInflowNodes();
+
+    // The help windows whose picks reach the fields ("UpdateCalculationDataFromHelpWindow").
+    void SetHelp(HelpWindows* help) { help_ = help; }
 
     // cmdCalculation: true when results were posted.
     bool Calculate();
@@ -85,6 +89,7 @@ private:
     void RefreshFields();
     void RefreshResults();
     void SetInputsEnabled(bool enabled);
+    void TakeHelpChoice();
 
     Project& project_;
     const PipeLibrary& library_;
@@ -94,6 +99,7 @@ private:
     CalculationDataScreen rules_;
     RunProgress progress_;
     bool running_ = false;
+    HelpWindows* help_ = nullptr;
 
     std::map<CalculationField, ValidatedField*> fields_;
     std::map<CalculationField, QLabel*> labels_;

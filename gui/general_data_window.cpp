@@ -67,6 +67,7 @@ ValidatedField* GeneralDataWindow::MakeField(GeneralField field) {
     auto* widget = new ValidatedField(this);
     widget->setObjectName(Text(info.Control));
     widget->setProperty("CurrentHelpKey", Text(info.HelpKey));
+    widget->setProperty("HelpOriginRow", static_cast<int>(field));
     if (info.Kind == GeneralFieldKind::Number || info.Kind == GeneralFieldKind::Output) {
         widget->setMaximumWidth(widget->fontMetrics().horizontalAdvance("0") * 14);
     }
@@ -211,6 +212,9 @@ void GeneralDataWindow::FieldEdited(GeneralField field, const QString& text) {
     if (outcome.DensityChanged) {
         screens_.Send("frmCalculation", UpdateLabelsWord);
     }
+    if (outcome.PipeScreenChanged) {
+        screens_.Send("frmEEPipeData", UpdateLabelsWord);
+    }
 }
 
 void GeneralDataWindow::FieldLeft(GeneralField field) {
@@ -259,7 +263,8 @@ void GeneralDataWindow::Dispatch(std::string_view command) {
         rules_.ScreenToGeneralData();
     } else if (command == "UpdateGPDFromHelpWindow") {
         TakeHelpChoice();
-    } else if (command == "Get Minimum Desired Density" || command == UpdateLabelsWord) {
+    } else if (command == "Get Minimum Desired Density" || command == UpdateLabelsWord ||
+               command == "UpdateCalculatedSupply") {
         Reload();
     } else if (command == "Show") {
         (parentWidget() != nullptr ? parentWidget() : this)->raise();

@@ -1,17 +1,25 @@
 #include "gui/main_frame.h"
 
 #include "app/command_table.h"
+#include "app/directories.h"
 #include "app/recent_files.h"
 #include "core/atomic_write.h"
 #include "core/settings_keys.h"
+#include "entry/general_data_words.h"
+#include "entry/node_editor.h"
 #include "gui/additional_fitting_calculator_dialog.h"
 #include "gui/branch_line_calculator_dialog.h"
 #include "gui/calculation_window.h"
 #include "gui/cursor_pause.h"
 #include "gui/data_units_dialog.h"
+#include "gui/device_dialog.h"
 #include "gui/general_data_window.h"
 #include "gui/help_window.h"
 #include "gui/kfactor_calculator_dialog.h"
+#include "gui/node_editor_window.h"
+#include "gui/pipe_data_window.h"
+#include "gui/report_commands.h"
+#include "gui/report_preview.h"
 #include "gui/temp_file_dialog.h"
 #include "gui/window_placement.h"
 #include "library/equivalent_length.h"
@@ -21,6 +29,8 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFileDialog>
+#include <QKeyEvent>
+#include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
@@ -111,27 +121,58 @@ MainFrame::MainFrame(FrameSetup setup, QWidget* parent)
     setAcceptDrops(true);
     resize(1100, 760);
     BuildMenus();
+    // F1 on a field that names its help key; a screen with a help of its own gets the key.
+    qApp->installEventFilter(this);
     RestoreToolbarLayout();
     RestorePlacement(*this, settings_, sections::MDIForm);
     connect(area_, &QMdiArea::subWindowActivated, this, [this](QMdiSubWindow* window) {
         if (window != nullptr && window == calculationWindow_.data()) {
             Calculation()->RefreshInflowNodes();
         }
+        // The pipe screen's commands (add, delete, sort) change the nodes under the lines.
+        if (window != nullptr && window == nodalEditorWindow_.data() && !running_) {
+            NodalEditor()->Reload();
+        }
     });
     autoSave_->setInterval(MinuteMilliseconds);
     connect(autoSave_, &QTimer::timeout, this, &MainFrame::AutoSaveTimerTick);
     autoSave_->start();
     statusBar()->showMessage(QString());
+    // The calculator buttons of the help windows: the calculator's value is the pick.
     help_->SetCalculatorOpener([this](HelpCalculator calculator, const HelpRequest& request) {
         return OpenCalculator(calculator, request);
     });
+    SetUpReports();
     ProjectStateChanged();
+}
+
+void MainFrame::SetUpReports() {
+    reports_ = new ReportCommands(
+        this,
+        [this] {
+            ReportSource source;
+            source.Model = lifecycle_.ProjectIsLoaded() ? &project_ : nullptr;
+            source.Library = &library_;
+            source.PumpDatabase = library_.File.parent_path() / std::string(PumpDatabaseFileName);
+            source.FileName = [this] { return lifecycle_.ProjectFileName().filename().string(); };
+            source.Boxes = &dialogs_;
+            return source;
+        },
+        settings_);
+    reports_->Calculate = [this] {
+        Dispatch("ToolCalculation");
+        if (Calculation() != nullptr) {
+            Calculation()->Dispatch("Calculate");
+        }
+    };
 }
 
 MainFrame::~MainFrame() {
     // The screens go before the lifecycle and the dispatcher they refer to.
     delete calculationWindow_.data();
     delete generalDataWindow_.data();
+    delete nodalEditorWindow_.data();
+    delete pipeDataWindow_.data();
 }
 
 void MainFrame::BuildMenus() {
@@ -280,16 +321,32 @@ void MainFrame::Dispatch(const QString& key) {
         close();
     } else if (key == "ToolCalculation") {
         ShowCalculation();
+    } else if (key == "ToolEnterEditPipeData") {
+        ShowPipeData();
     } else if (key == "ToolGPD") {
         ShowGeneralData();
+    } else if (key == "ToolNodalEditor") {
+        ShowNodalEditor();
     } else if (key == "ToolUnits") {
         OpenDataUnits();
+    } else if (key == "ToolOpenDosQUENCHProject") {
+        interchange_.OpenDosProject();
+    } else if (key == "ToolSaveAsDosQUENCHProject") {
+        interchange_.SaveAsDosProject();
+    } else if (key == "ToolOpenAutocadDatafile") {
+        interchange_.OpenCadDataFile();
+    } else if (key == "ToolReadFromDWG") {
+        interchange_.ReadFromDrawing();
+    } else if (key == "CalculatedSizestoDWG") {
+        interchange_.SizesToDrawing();
     } else if (key == "ToolSprinklerCalculator") {
         OpenKFactorCalculator(Calculators(), {}, this);
     } else if (key == "ToolBranchLineCalculator") {
         OpenBranchLineCalculator(Calculators(), {}, this);
     } else if (key == "ToolDXF_Graph") {
         SaveDxfGraph();
+    } else if (ReportCommands::IsReportCommand(key)) {
+        reports_->Dispatch(key);
     }
 }
 
@@ -431,6 +488,7 @@ void MainFrame::ShowCalculation() {
     }
     auto* screen = new CalculationWindow(project_, library_, dialogs_, screens_, settings_, Units(),
                                          decimalCharacter_);
+    screen->SetHelp(help_);
     QMdiSubWindow* window = area_->addSubWindow(screen);
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->installEventFilter(this);
@@ -446,9 +504,51 @@ void MainFrame::ShowCalculation() {
         if (posted) {
             lifecycle_.SetResultsFresh(true);
         }
+        // The run writes its pressures back into the rows as their estimates.
+        if (NodeEditorWindow* nodes = NodalEditor()) {
+            nodes->Reload();
+        }
         SetRunning(false);
     });
     window->show();
+}
+
+PipeDataWindow* MainFrame::PipeData() const {
+    return pipeDataWindow_ != nullptr ? qobject_cast<PipeDataWindow*>(pipeDataWindow_->widget())
+                                      : nullptr;
+}
+
+void MainFrame::ShowPipeData() {
+    if (pipeDataWindow_ != nullptr) {
+        area_->setActiveSubWindow(pipeDataWindow_);
+        pipeDataWindow_->showNormal();
+        return;
+    }
+    auto* screen =
+        new PipeDataWindow(project_, library_, dialogs_, settings_, Units(), decimalCharacter_);
+    screen->UseHelp(*help_, screens_);
+    // The words of the other screens: the discharge word, a default or a node line changed.
+    screens_.Register(PipeDataScreen, [screen](std::string_view word) {
+        if (word == UpdateLabelsWord || word == NodeDataChangedWord) {
+            screen->Reload();
+        } else {
+            screen->Dispatch(word);
+        }
+    });
+    connect(screen, &PipeDataWindow::InputEdited, this, [this] {
+        // Not while the node editor is the screen in use: its own edit is what the pipe
+        // screen shows.
+        NodeEditorWindow* nodes = NodalEditor();
+        if (nodes != nullptr && area_->activeSubWindow() != nodalEditorWindow_.data()) {
+            nodes->Reload();
+        }
+    });
+    pipeDataWindow_ = AddScreen(screen, QSize(1100, 560), sections::EnterEditPipeData);
+    connect(screen, &PipeDataWindow::StatusTextWanted, this,
+            [this](const QString& text) { statusBar()->showMessage(text); });
+    connect(screen, &PipeDataWindow::DeviceDialogWanted, this,
+            [this] { OpenDeviceDialog(project_, this); });
+    pipeDataWindow_->show();
 }
 
 GeneralDataWindow* MainFrame::GeneralData() const {
@@ -482,7 +582,59 @@ void MainFrame::ShowGeneralData() {
     generalDataWindow_->show();
 }
 
+void MainFrame::ShowFocusedFieldHelp() {
+    QWidget* field = QApplication::focusWidget();
+    const QString key = field != nullptr ? field->property("CurrentHelpKey").toString() : QString();
+    if (running_ || key.isEmpty()) {
+        return;
+    }
+    HelpRequest request;
+    request.Key = Utf8(key);
+    request.OriginRow = field->property("HelpOriginRow").toInt();
+    if (const auto* line = qobject_cast<const QLineEdit*>(field)) {
+        request.FieldText = line->text().toLatin1().toStdString();
+    }
+    // The screen is the first window around the field that carries a form's name.
+    for (const QWidget* around = field; around != nullptr; around = around->parentWidget()) {
+        if (around->objectName().startsWith("frm")) {
+            request.Screen = Utf8(around->objectName());
+            break;
+        }
+    }
+    help_->Show(request);
+}
+
+NodeEditorWindow* MainFrame::NodalEditor() const {
+    return nodalEditorWindow_ != nullptr
+               ? qobject_cast<NodeEditorWindow*>(nodalEditorWindow_->widget())
+               : nullptr;
+}
+
+void MainFrame::ShowNodalEditor() {
+    if (nodalEditorWindow_ != nullptr) {
+        area_->setActiveSubWindow(nodalEditorWindow_);
+        nodalEditorWindow_->showNormal();
+        return;
+    }
+    auto* screen = new NodeEditorWindow(project_, dialogs_, screens_, *help_, settings_, Units(),
+                                        decimalCharacter_);
+    nodalEditorWindow_ = AddScreen(screen, QSize(760, 420), "NodalEditor");
+    connect(screen, &NodeEditorWindow::StatusTextWanted, this,
+            [this](const QString& text) { statusBar()->showMessage(text); });
+    nodalEditorWindow_->show();
+}
+
 bool MainFrame::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_F1 &&
+        watched == QApplication::focusWidget() &&
+        !watched->property("CurrentHelpKey").toString().isEmpty()) {
+        ShowFocusedFieldHelp();
+        return true;
+    }
+    if (event->type() == QEvent::Close && watched == pipeDataWindow_.data()) {
+        PipeData()->WriteBack();
+        PipeData()->Rules().CheckInflowOnLeaving();
+    }
     if (event->type() == QEvent::Close && watched != calculationWindow_.data()) {
         if (const QVariant section = watched->property("PlacementSection"); section.isValid()) {
             SavePlacement(*static_cast<QWidget*>(watched), settings_, Utf8(section.toString()));
@@ -523,9 +675,16 @@ void MainFrame::ApplyUnits(MeasureSystem system) {
         calculation->SwitchUnits(system);
         calculation->Dispatch("Updatlabel");
     }
+    if (PipeDataWindow* pipes = PipeData()) {
+        pipes->SwitchUnits(system);
+    }
     if (GeneralDataWindow* general = GeneralData()) {
         general->SwitchUnits(system);
     }
+    if (NodeEditorWindow* nodes = NodalEditor()) {
+        nodes->SwitchUnits(system);
+    }
+    reports_->RefreshPreview();
 }
 
 // --- LifecycleHost
@@ -545,13 +704,22 @@ void MainFrame::WriteBackEditors() {
     if (CalculationWindow* calculation = Calculation(); calculation != nullptr && !running_) {
         calculation->WriteBack();
     }
+    if (PipeDataWindow* pipes = PipeData(); pipes != nullptr && !running_) {
+        pipes->WriteBack();
+    }
     if (GeneralDataWindow* general = GeneralData(); general != nullptr && !running_) {
         general->WriteBack();
+    }
+    if (NodeEditorWindow* nodes = NodalEditor(); nodes != nullptr && !running_) {
+        nodes->WriteBack();
     }
 }
 
 std::vector<std::string> MainFrame::OpenProjectScreens() const {
     std::vector<std::string> open;
+    if (pipeDataWindow_ != nullptr) {
+        open.emplace_back(PipeDataScreen);
+    }
     if (calculationWindow_ != nullptr) {
         open.emplace_back(CalculationScreenName);
     }
@@ -563,6 +731,10 @@ std::vector<std::string> MainFrame::OpenProjectScreens() const {
 
 void MainFrame::UnloadProjectScreens() {
     WriteBackEditors();
+    if (pipeDataWindow_ != nullptr) {
+        pipeDataWindow_->removeEventFilter(this);
+        delete pipeDataWindow_.data();
+    }
     if (calculationWindow_ != nullptr) {
         calculationWindow_->close();
         delete calculationWindow_.data();
@@ -571,11 +743,17 @@ void MainFrame::UnloadProjectScreens() {
         generalDataWindow_->close();
         delete generalDataWindow_.data();
     }
+    if (nodalEditorWindow_ != nullptr) {
+        nodalEditorWindow_->close();
+        delete nodalEditorWindow_.data();
+    }
 }
 
 void MainFrame::OpenProjectScreen(std::string_view screen) {
     if (screen == CalculationScreenName) {
         ShowCalculation();
+    } else if (screen == PipeDataScreen) {
+        ShowPipeData();
     } else if (screen == GeneralDataScreen) {
         ShowGeneralData();
     }
@@ -588,8 +766,14 @@ void MainFrame::ProjectStateChanged() {
     if (CalculationWindow* calculation = Calculation(); calculation != nullptr && !running_) {
         calculation->Reload();
     }
+    if (PipeDataWindow* pipes = PipeData(); pipes != nullptr && !running_) {
+        pipes->Reload();
+    }
     if (GeneralDataWindow* general = GeneralData(); general != nullptr && !running_) {
         general->Reload();
+    }
+    if (NodeEditorWindow* nodes = NodalEditor(); nodes != nullptr && !running_) {
+        nodes->Reload();
     }
 }
 

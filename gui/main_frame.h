@@ -12,6 +12,7 @@
 #include "core/units.h"
 #include "entry/help_lists.h"
 #include "gui/calculator_fields.h"
+#include "gui/drawing_options_dialog.h"
 #include "gui/screen_dispatcher.h"
 #include "library/pipe_library.h"
 
@@ -31,8 +32,11 @@ class QTimer;
 namespace quench::gui {
 
 class CalculationWindow;
+class PipeDataWindow;
 class GeneralDataWindow;
+class NodeEditorWindow;
 class HelpWindows;
+class ReportCommands;
 
 // The dialogs the lifecycle waits for: the file dialogs and frmTempFile. The tests script them.
 class DesktopChoices {
@@ -66,6 +70,8 @@ public:
     // The one dispatcher of the menus and the toolbar.
     void Dispatch(const QString& key);
     void RunStartFile(const QString& commandLine);
+    // F1: the help of the field that has the focus, for the screen it stands on.
+    void ShowFocusedFieldHelp();
     // frmDataUnits' OK with the system chosen.
     void ApplyUnits(MeasureSystem system);
     // The units of the data screens: the open project's, or the default of the settings.
@@ -75,10 +81,13 @@ public:
 
     ProjectLifecycle& Lifecycle() { return lifecycle_; }
     CalculationWindow* Calculation() const;
+    PipeDataWindow* PipeData() const;
     GeneralDataWindow* GeneralData() const;
+    NodeEditorWindow* NodalEditor() const;
     // The help windows of every screen's fields.
     HelpWindows& Help() const { return *help_; }
     ScreenDispatcher& Dispatcher() { return screens_; }
+    ReportCommands* Reports() const { return reports_; }
     QMdiArea* Area() const { return area_; }
     QAction* Action(const QString& key) const;
     QMenu* RecentFilesMenu() const { return fileMenu_; }
@@ -110,9 +119,12 @@ private:
     void RebuildWindowList();
     void UpdateCommands();
     void ShowCalculation();
+    void ShowPipeData();
     void ShowGeneralData();
+    void ShowNodalEditor();
     // A project screen as a window of the MDI area, placed as it stood last time.
     QMdiSubWindow* AddScreen(QWidget* screen, QSize size, std::string_view section);
+    void SetUpReports();
     void OpenDataUnits();
     void SaveDxfGraph();
     std::optional<std::string> OpenCalculator(HelpCalculator calculator,
@@ -143,9 +155,15 @@ private:
     std::vector<QAction*> windowListActions_;
     std::map<QString, QAction*> actions_;
     QPointer<QMdiSubWindow> calculationWindow_;
+    QPointer<QMdiSubWindow> pipeDataWindow_;
     QPointer<QMdiSubWindow> generalDataWindow_;
+    QPointer<QMdiSubWindow> nodalEditorWindow_;
     bool running_ = false;
     int busyDepth_ = 0;
+    ReportCommands* reports_ = nullptr;
+    DesktopDrawingOptions drawingOptions_{this};
+    InterchangeCommands interchange_{project_, dialogs_,  *this,          lifecycle_,
+                                     library_, settings_, drawingOptions_};
 };
 
 } // namespace quench::gui

@@ -158,7 +158,22 @@ void ReadDeviceRow(PipeRecord& row, ValueReader& values, Integer material) {
     row.CadHandle = Handle(values.Word());
 }
 
-void SetStartValues(Project& project, const CadHeader& header, int rows) {
+void SetHeaderValues(Project& project, const CadHeader& header) {
+    auto& calculation = project.CalculationData;
+    calculation.MaxWaterVelocity = header.MaxWaterVelocity;
+    calculation.MaxFrictionalLoss = header.MaxFrictionalLoss;
+    calculation.SystemInflowNode = header.SourceNode;
+    const bool usUnits = header.Scale == 0 || std::abs(header.Scale - InchesInFeetScale) < 1e-6;
+    project.UnitSystem = usUnits ? 0 : 1;
+}
+
+CadDataOutcome Refused(std::string message) {
+    return CadDataOutcome{false, std::string(cad_data_texts::RefusedTitle), std::move(message)};
+}
+
+} // namespace
+
+void SetCadStartValues(Project& project, int rows) {
     auto& calculation = project.CalculationData;
     calculation.DemandMode = 1;
     calculation.SupplyMode = 0;
@@ -168,18 +183,13 @@ void SetStartValues(Project& project, const CadHeader& header, int rows) {
     const DampingStart damping = DampingForRows(rows);
     calculation.InitialDampingFactor = damping.Initial;
     calculation.MinimumDampingFactor = damping.Minimum;
-    calculation.MaxWaterVelocity = header.MaxWaterVelocity;
-    calculation.MaxFrictionalLoss = header.MaxFrictionalLoss;
     calculation.TypeGroupMaxDiameter.fill(12);
-    calculation.SystemInflowNode = header.SourceNode;
     project.SystemData.DefaultKFactor = 5.65f;
     project.SystemData.DefaultPipeMaterial = DefaultMaterial;
     project.SystemData.MaximumAreaPerSprinkler = 130;
-    const bool usUnits = header.Scale == 0 || std::abs(header.Scale - InchesInFeetScale) < 1e-6;
-    project.UnitSystem = usUnits ? 0 : 1;
 }
 
-void MarkSource(Project& project, Integer source) {
+void MarkSupplyRow(Project& project, Integer source) {
     const std::string text = std::to_string(source);
     for (int row = 1; row <= project.NumberOfPipeRows; ++row) {
         auto& pipe = project.PipeRecord[row];
@@ -190,12 +200,6 @@ void MarkSource(Project& project, Integer source) {
         }
     }
 }
-
-CadDataOutcome Refused(std::string message) {
-    return CadDataOutcome{false, std::string(cad_data_texts::RefusedTitle), std::move(message)};
-}
-
-} // namespace
 
 DampingStart DampingForRows(int rows) {
     if (rows <= 15) {
@@ -240,8 +244,9 @@ CadDataOutcome ReadCadData(Project& project, std::string_view text, const PipeLi
         pipe.Active = 1;
         RecalcEquivLength(project, library, row);
     }
-    SetStartValues(project, header, rows);
-    MarkSource(project, header.SourceNode);
+    SetCadStartValues(project, rows);
+    SetHeaderValues(project, header);
+    MarkSupplyRow(project, header.SourceNode);
     BuildWorkingRows(project);
     return CadDataOutcome{true, {}, {}};
 }

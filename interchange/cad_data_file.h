@@ -43,6 +43,14 @@ struct DampingStart {
 };
 DampingStart DampingForRows(int rows);
 
+// The start values of the calculation after any CAD import of `rows` rows: Demand mode, 7 psi at
+// the HMD node, the maximum imbalance 0.01, the damping by rows, type group largest diameters
+// 12, default K-factor 5.65, default material 4, 130 ft² per sprinkler.
+void SetCadStartValues(Project& project, int rows);
+
+// The first row that holds the source node gets the inflow mark on that end.
+void MarkSupplyRow(Project& project, Integer source);
+
 // Resets the project and reads the text into it. A file with more rows than a project holds is
 // not loaded (the project is then only reset). Reading stops at the end of the text: the rows not
 // reached stay empty. A row whose kind is not one of the three stops the reading and refuses the

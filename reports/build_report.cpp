@@ -14,10 +14,9 @@ namespace {
 using Section = void (*)(ReportDocument&);
 
 constexpr std::array<Section, ReportSectionCount> Sections{
-    TitlePageSection,       GeneralProjectDataSection, NodeInputSection,
-    PipeInputSection,       PumpInputSection,          NodeGroupingsSection,
-    PipeOutputSection,      SprinklerOutputSection,    OutputSummarySection,
-    HydraulicGraphSection,
+    TitlePageSection,     GeneralProjectDataSection, NodeInputSection,  PipeInputSection,
+    PumpInputSection,     NodeGroupingsSection,      PipeOutputSection, SprinklerOutputSection,
+    OutputSummarySection, HydraulicGraphSection,
 };
 
 // The report's own copy of the project: the network tables made again from the typed rows when
@@ -66,8 +65,8 @@ ReportOutcome BuildReport(ReportCanvas& target, const ReportInput& input,
         input.Dialogs->ShowMessage(MessageStyle::Warning, report_texts::InputsChangedTitle,
                                    report_texts::InputsChanged);
     }
-    const MeasureSystem system = input.Units.value_or(
-        input.Project.UnitSystem == 1 ? MeasureSystem::SI : MeasureSystem::US);
+    const MeasureSystem system =
+        input.Units.value_or(input.Project.UnitSystem == 1 ? MeasureSystem::SI : MeasureSystem::US);
     const std::unique_ptr<Project> tables = ReportTables(input, system);
 
     // The company line is the designer's company of the project unless the caller gives one.

@@ -38,8 +38,8 @@ void GeneralData(ReportDocument& document) {
     const Project& project = document.Model;
     const ProjectData& data = project.ProjectData;
     document.SecondaryTitle("General Data");
-    document.Rows(Pairs, {{"Project Title:", Text(data.Title), "Project File Name:",
-                           ProjectFileName(document.Frame.ProjectFileName)},
+    document.Rows(Pairs, {{"Project Title:", Text(data.Title),
+                           "Project File Name:", ProjectFileName(document.Frame.ProjectFileName)},
                           {"Designed By:", Text(data.DesignedBy), "Date:", Text(data.Date)},
                           {"Code Reference:", Text(data.CodeReference),
                            "Approving Agency:", Text(data.ApprovingAgency)}});
@@ -47,25 +47,25 @@ void GeneralData(ReportDocument& document) {
 
     const ClientData& client = project.ClientData;
     document.Rows(Pairs, {{"Client Name:", Text(client.Name), "Phone:", Text(client.Phone)},
-                          {"Address:", Text(client.Address), "City, State Zip Code:",
-                           Text(client.CityStateZip)}});
+                          {"Address:", Text(client.Address),
+                           "City, State Zip Code:", Text(client.CityStateZip)}});
     Comment(document, client.PrintComment, client.Comment);
 
     const CompanyData& company = project.CompanyData;
-    document.Rows(Pairs, {{"Company Name:", Text(company.Name), "Representative:",
-                           Text(company.Representative)},
-                          {"Company Address:", Text(company.Address), "City And State:",
-                           Text(company.CityStateZip)},
-                          {"Phone:", Text(company.Phone), "", ""}});
+    document.Rows(
+        Pairs,
+        {{"Company Name:", Text(company.Name), "Representative:", Text(company.Representative)},
+         {"Company Address:", Text(company.Address), "City And State:", Text(company.CityStateZip)},
+         {"Phone:", Text(company.Phone), "", ""}});
     Comment(document, company.PrintComment, company.Comment);
 
     const BuildingData& building = project.BuildingData;
-    document.Rows(Pairs, {{"Building Name:", Text(building.Name), "Building Owner:",
-                           Text(building.Owner)},
-                          {"Contact at Building:", Text(building.Contact), "Phone at Building:",
-                           Text(building.Phone)},
-                          {"Address Of Building:", Text(building.Address),
-                           "City, State Zip Code:", Text(building.CityStateZip)}});
+    document.Rows(Pairs,
+                  {{"Building Name:", Text(building.Name), "Building Owner:", Text(building.Owner)},
+                   {"Contact at Building:", Text(building.Contact),
+                    "Phone at Building:", Text(building.Phone)},
+                   {"Address Of Building:", Text(building.Address),
+                    "City, State Zip Code:", Text(building.CityStateZip)}});
     Comment(document, building.PrintComment, building.Comment);
 }
 
@@ -94,8 +94,8 @@ void ProjectDataRows(ReportDocument& document) {
          {"Inside Hose Stream Allowance:", Cell(system.InsideHoseStreamAllowance, "##0.00"), flow,
           "Outside Hose Stream Allowance:", Cell(system.OutsideHoseStreamAllowance, "##0.00"),
           flow},
-         {"In Rack Sprinkler Allowance:", Cell(system.InRackSprinklerAllowance, "##0.00"), flow,
-          "", "", ""}});
+         {"In Rack Sprinkler Allowance:", Cell(system.InRackSprinklerAllowance, "##0.00"), flow, "",
+          "", ""}});
     const std::string name = MaterialName(document, material);
     document.Rows(Texts, {{"Default Pipe Material:",
                            Cell(material, "##0") + (name.empty() ? "" : "  " + name)}});
@@ -104,11 +104,11 @@ void ProjectDataRows(ReportDocument& document) {
 void SprinklerSpecifications(ReportDocument& document) {
     const SystemData& system = document.SystemData();
     document.SecondaryTitle(document.Word + " Specifications");
-    document.Rows(Triples,
-                  {{"Make:", Text(system.SprinklerMake), "", "Model:", Text(system.SprinklerModel),
-                    ""},
-                   {"Size:", Text(system.SprinklerSize), "", "Temperature Rating:",
-                    Cell(system.TemperatureRating, "##0"), std::string(document.Unit("F", "C"))}});
+    document.Rows(Triples, {{"Make:", Text(system.SprinklerMake), "",
+                             "Model:", Text(system.SprinklerModel), ""},
+                            {"Size:", Text(system.SprinklerSize), "",
+                             "Temperature Rating:", Cell(system.TemperatureRating, "##0"),
+                             std::string(document.Unit("F", "C"))}});
     if (IsTrue(system.SystemPrintComment)) {
         document.Rows(Texts, {{"", Text(system.SystemComment)}});
     }
@@ -131,22 +131,23 @@ void WaterSupply(ReportDocument& document) {
     const std::string flow(document.Unit("gpm", "Lpm"));
     document.SecondaryTitle("Water Supply Test Data");
     document.Rows(Texts, {{"Source Of Information:", Text(system.SourceOfInformation)}});
-    document.Rows(Triples, {{"Test Hydrant ID:", Text(system.TestHydrantID), "", "Date Of Test:",
-                             Text(system.HydrantTestDate), ""}});
+    document.Rows(Triples, {{"Test Hydrant ID:", Text(system.TestHydrantID), "",
+                             "Date Of Test:", Text(system.HydrantTestDate), ""}});
     document.Rows(Values, {{"Hydrant Elevation:", Cell(system.HydrantElevation, "##0"),
-                            std::string(document.Unit("ft", "m")),
-                            "Static Pressure:", Cell(system.TestStaticPressure, "##0.00"), pressure},
+                            std::string(document.Unit("ft", "m")), "Static Pressure:",
+                            Cell(system.TestStaticPressure, "##0.00"), pressure},
                            {"Test Flow Rate:", Cell(system.TestFlowRate, "##0.00"), flow,
                             "Test Residual Pressure:", Cell(system.TestResidualPressure, "##0.00"),
                             pressure}});
     const bool demand = IsTrue(document.Model.CalculationData.DemandMode);
-    const bool secondTest = system.SecondTestFlowRate != 0 && system.SecondTestStaticPressure != 0 &&
+    const bool secondTest = system.SecondTestFlowRate != 0 &&
+                            system.SecondTestStaticPressure != 0 &&
                             system.SecondTestResidualPressure != 0;
     if (secondTest) {
         // The words of this block stay in US units in either system.
-        std::vector<TableRow> rows{{"2nd Test Flow Rate:", Cell(system.SecondTestFlowRate, "##0.00"),
-                                    "gpm", "2nd Test Static Pressure:",
-                                    Cell(system.SecondTestStaticPressure, "##0.00"), "psi"}};
+        std::vector<TableRow> rows{
+            {"2nd Test Flow Rate:", Cell(system.SecondTestFlowRate, "##0.00"), "gpm",
+             "2nd Test Static Pressure:", Cell(system.SecondTestStaticPressure, "##0.00"), "psi"}};
         if (demand) {
             rows.push_back({"2nd Test Static Pressure:",
                             Cell(system.SecondTestResidualPressure, "##0.00"), "psi", "", "", ""});
@@ -165,8 +166,8 @@ void WaterSupply(ReportDocument& document) {
         rows.push_back({"2nd Test Residual Pressure:",
                         Cell(system.SecondTestResidualPressure, "##0.00"), pressure, "", "", ""});
     }
-    rows.push_back({"Available Inflow Residual Pressure:", Cell(available, "##0.00"), pressure, "",
-                    "", ""});
+    rows.push_back(
+        {"Available Inflow Residual Pressure:", Cell(available, "##0.00"), pressure, "", "", ""});
     rows.push_back({"Calculated Inflow Residual Pressure:",
                     Cell(calculation.InflowResidualPressure, "##0.00"), pressure, "", "", ""});
     document.Rows(Values, rows);
@@ -213,9 +214,9 @@ void CalculationProjectData(ReportDocument& document) {
         rows.push_back({"Calculation Mode:", "Demand", "", "", "", ""});
         rows.push_back({"HMD Minimum Residual Pressure:",
                         Cell(calculation.MinPressureAtHMDNode, "##0.00"), pressure, "", "", ""});
-        rows.push_back({"Minimum Desired Flow Density:",
-                        Cell(system.MinimumDesiredDensity, "##0.00"),
-                        std::string(document.Unit("gpm/ft²", "Lpm/m²")), "", "", ""});
+        rows.push_back(
+            {"Minimum Desired Flow Density:", Cell(system.MinimumDesiredDensity, "##0.00"),
+             std::string(document.Unit("gpm/ft²", "Lpm/m²")), "", "", ""});
     } else {
         rows.push_back({"Calculation Mode:", "Supply", "", "", "", ""});
         rows.push_back({"System Inflow Number:", Cell(calculation.SystemInflowNode, "##0.00"), "",
@@ -230,23 +231,23 @@ void CalculationProjectData(ReportDocument& document) {
         rows.push_back({"Maximum Frictional Loss / 100 feet:",
                         Cell(calculation.MaxFrictionalLoss, "##0.00"), pressure, "", "", ""});
     }
-    rows.push_back({"Number Of Active Nodes:", Cell(document.Model.NumberOfNodes, "##0"), "", "",
-                    "", ""});
+    rows.push_back(
+        {"Number Of Active Nodes:", Cell(document.Model.NumberOfNodes, "##0"), "", "", "", ""});
     document.Rows(Values, rows);
     const PipeCounts counts = CountRows(document.Model);
-    document.Rows(Counts,
-                  {{"Number Of Active Pipes:", Cell(counts.Active, "##0"), "",
-                    "Number Of Inactive Pipes:", Cell(counts.Inactive, "##0"), ""},
-                   {"Number Of Active " + document.Word + "s:",
-                    Cell(calculation.NumberOfFlowingSprinklers, "##0"), "",
-                    "Number Of Inactive " + document.Word + "s:",
-                    Cell(counts.InactiveSprinklers, "##0"), ""}});
+    document.Rows(Counts, {{"Number Of Active Pipes:", Cell(counts.Active, "##0"), "",
+                            "Number Of Inactive Pipes:", Cell(counts.Inactive, "##0"), ""},
+                           {"Number Of Active " + document.Word + "s:",
+                            Cell(calculation.NumberOfFlowingSprinklers, "##0"), "",
+                            "Number Of Inactive " + document.Word + "s:",
+                            Cell(counts.InactiveSprinklers, "##0"), ""}});
 }
 
 } // namespace
 
 void GeneralProjectDataSection(ReportDocument& document) {
     document.BeginSection("General Project Data Report", "");
+    document.OnPageBreak([&] { document.BeginSection("General Project Data Report", ""); });
     GeneralData(document);
     ProjectDataRows(document);
     SprinklerSpecifications(document);

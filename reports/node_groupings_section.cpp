@@ -62,12 +62,12 @@ void NodeBlock(ReportDocument& document, int nodeRow, const std::vector<int>& pi
             flow = std::abs(document.CalculationData().InflowFlow);
         }
         const std::string fixed = Cell(node.FixedFlow, "##0.00");
-        document.Rows(LowerColumns, {{document.NodeText(number), first ? "" : "-",
-                                      document.NodeText(other), Cell(pipe.TypeGroup, "##0"),
-                                      Cell(flow, "##0.00"), Cell(node.Discharge, "##0.00"),
-                                      takes ? fixed : "", takes ? "" : fixed,
-                                      Cell(node.ResidualPressure, "##0.00"),
-                                      first ? Cell(node.FlowImbalance, "##0.00000") : ""}});
+        document.Rows(
+            LowerColumns,
+            {{document.NodeText(number), first ? "" : "-", document.NodeText(other),
+              Cell(pipe.TypeGroup, "##0"), Cell(flow, "##0.00"), Cell(node.Discharge, "##0.00"),
+              takes ? fixed : "", takes ? "" : fixed, Cell(node.ResidualPressure, "##0.00"),
+              first ? Cell(node.FlowImbalance, "##0.00000") : ""}});
         first = false;
     }
 }
@@ -86,7 +86,8 @@ void NodeGroupingsSection(ReportDocument& document) {
     document.OnPageBreak([&] { headings(true); });
     const std::map<double, std::vector<int>> pipes = PipesAtNodes(document);
     const auto block = [&](int row) {
-        const auto found = pipes.find(document.Model.NodeRecord[static_cast<std::size_t>(row)].Number);
+        const auto found =
+            pipes.find(document.Model.NodeRecord[static_cast<std::size_t>(row)].Number);
         if (found != pipes.end()) {
             NodeBlock(document, row, found->second);
         }

@@ -52,10 +52,11 @@ TableRow NodeRow(const ReportDocument& document, int row,
     const NodeRecord& node = document.Node(row);
     const double typed = node.Number == InflowNodeCode ? document.Model.InflowNode : node.Number;
     const auto estimate = estimates.find(typed);
-    const double pressure = document.Shown(
-        UnitKind::Pressure_Drop, estimate == estimates.end() ? 0.0 : estimate->second);
-    TableRow cells{document.NodeText(node.Number), "", GroupList(node.AreaGroup), "",
-                   Cell(pressure, "##0.00"), Cell(node.Elevation, "##0.00"), ""};
+    const double pressure = document.Shown(UnitKind::Pressure_Drop,
+                                           estimate == estimates.end() ? 0.0 : estimate->second);
+    TableRow cells{
+        document.NodeText(node.Number), "", GroupList(node.AreaGroup), "", Cell(pressure, "##0.00"),
+        Cell(node.Elevation, "##0.00"), ""};
     if (node.KFactor > 0) {
         cells[1] = document.Word;
         cells[3] = Cell(node.KFactor, "##0.00");

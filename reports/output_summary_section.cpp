@@ -21,7 +21,7 @@ struct Row {
 };
 
 TableRow Cells(const Row& row) {
-    return {row.Label, Format(row.Value, row.Picture), row.Unit};
+    return {row.Label, Cell(row.Value, row.Picture), row.Unit};
 }
 
 void Rows(ReportDocument& document, std::string_view format, const std::vector<Row>& rows) {
@@ -36,8 +36,8 @@ void HmdBlock(ReportDocument& document) {
     const CalculationData& data = document.CalculationData();
     document.SecondaryTitle("Hydraulically Most Demanding " + document.Word + " Node");
     Rows(document, Block,
-         {{"HMD " + document.Word + " Node Number:", static_cast<double>(data.HMDNodeNumber),
-           "##0", ""},
+         {{"HMD " + document.Word + " Node Number:", static_cast<double>(data.HMDNodeNumber), "##0",
+           ""},
           {"HMD Actual Residual Pressure:", data.HMDActualResidualPressure, "##0.00",
            std::string(document.Unit("psi", "kPa"))},
           {"HMD Actual GPM:", data.HMDActualFlow, "##0.00",
@@ -59,21 +59,21 @@ void SprinklerBlock(ReportDocument& document) {
     const auto shown = [&](UnitKind kind, double value) { return document.Shown(kind, value); };
 
     document.SecondaryTitle(word + " Summary");
-    document.Rows(Block, {{word + " System Type:",
-                           ReportDocument::ProjectText(us.SprinklerSystemType), ""}});
-    std::vector<Row> rows{{"Specified Area Of Application:", shown(UnitKind::Area, area), "##0.00",
-                           areaUnit}};
+    document.Rows(
+        Block, {{word + " System Type:", ReportDocument::ProjectText(us.SprinklerSystemType), ""}});
+    std::vector<Row> rows{
+        {"Specified Area Of Application:", shown(UnitKind::Area, area), "##0.00", areaUnit}};
     // The adjusted lines keep their US unit words beside the converted values.
     if (adjusted) {
         rows.push_back({"Adjusted Area Of Application:", shown(UnitKind::Area, factor * area),
                         "##0.00", "ft²"});
     }
-    rows.push_back({"Minimum Desired Density:",
-                    shown(UnitKind::Flow_Density, us.MinimumDesiredDensity), "##0.000",
-                    densityUnit});
-    rows.push_back({"Application Average Density:",
-                    shown(UnitKind::Flow_Density, area != 0 ? flow / area : 0), "##0.000",
-                    densityUnit});
+    rows.push_back(
+        {"Minimum Desired Density:", shown(UnitKind::Flow_Density, us.MinimumDesiredDensity),
+         "##0.000", densityUnit});
+    rows.push_back(
+        {"Application Average Density:", shown(UnitKind::Flow_Density, area != 0 ? flow / area : 0),
+         "##0.000", densityUnit});
     if (adjusted) {
         rows.push_back({"Application Adjusted Density (not required by NFPA 13):",
                         shown(UnitKind::Flow_Density, area != 0 ? flow / (factor * area) : 0),
@@ -127,7 +127,8 @@ void ImbalanceBlockRows(ReportDocument& document) {
     const double velocityPressure =
         pressurePipe == 0
             ? 0
-            : std::abs(project.CalcPipeRecord[static_cast<std::size_t>(pressurePipe)].VelocityPressure);
+            : std::abs(
+                  project.CalcPipeRecord[static_cast<std::size_t>(pressurePipe)].VelocityPressure);
     const auto p = [&](double value) { return document.Shown(UnitKind::Pressure_Drop, value); };
     const auto q = [&](double value) { return document.Shown(UnitKind::Volumetric_Flow, value); };
     document.SecondaryTitle("Flow Velocity And Imbalance Summary");

@@ -71,8 +71,16 @@ void PipeInputSection(ReportDocument& document) {
     for (int row = 1; row <= document.PipeCount(); ++row) {
         const CalcPipeRecord& pipe = document.Pipe(row);
         const auto [begin, end] = TypedEnds(document, typed, document.Model.CalcPipeRecord[row]);
-        TableRow cells{Format(ToNumber(begin), "###0"), Format(ToNumber(end), "##0"), "", "", "",
-                       "", "", "", "", ""};
+        TableRow cells{Format(ToNumber(begin), "###0"),
+                       Format(ToNumber(end), "##0"),
+                       "",
+                       "",
+                       "",
+                       "",
+                       "",
+                       "",
+                       "",
+                       ""};
         if (pipe.Material > LibraryMaterials) {
             document.Rows(Columns, {DeviceRow(document, pipe, cells)});
             continue;

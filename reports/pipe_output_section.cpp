@@ -31,34 +31,34 @@ std::string Subtitle(const ReportDocument& document, bool continued) {
     return std::string("Overall Pipe Output Data") + (continued ? " (cont'd)" : "");
 }
 
-void PipeLines(ReportDocument& document, const PipeResultRecord& result,
-               const PipeResultRecord& us, const CalcPipeRecord* pipe) {
+void PipeLines(ReportDocument& document, const PipeResultRecord& result, const PipeResultRecord& us,
+               const CalcPipeRecord* pipe) {
     const std::string fittings = Trim(result.FittingText);
-    document.Rows(FormatA,
-                  {{Cell(result.BegNode, "##0"), Cell(result.KFactorB, "##0.00"),
-                    Cell(result.ElevationB, "##0.00"), Cell(result.DischargeB, "##0.00"),
-                    Cell(result.ResidualB, "##0.00"), Cell(result.NominalDiameter, "##0.00"),
-                    Cell(result.Flow, "##0.00"), Cell(result.FrictionLossPerFoot, "##0.00000"),
-                    Cell(result.PipeLength, "##0.00"), Cell(result.FrictionPressure, "##0.000")},
-                   {Cell(result.EndNode, "##0"), Cell(result.KFactorE, "##0.00"),
-                    Cell(result.ElevationE, "##0.00"), Cell(result.DischargeE, "##0.00"),
-                    Cell(result.ResidualE, "##0.00"), Cell(result.InsideDiameter, "##0.000"),
-                    Cell(result.Velocity, "##0.00"),
-                    fittings.empty() ? "-----" : ReportDocument::ProjectText(fittings),
-                    Cell(result.FittingLength, "##0.00"), Cell(result.ElevationPressure, "##0.000")}});
-    document.Rows(FormatB, {{"", pipe ? ReportDocument::ProjectText(pipe->ResultFittingText) : "",
-                             "", Cell(result.CFactor, "##0"), "", Cell(result.TypeGroup, "##0"),
-                             Cell(result.TotalLength, "##0.00"),
-                             Cell(result.VelocityPressure, "##0.000")}});
+    document.Rows(
+        FormatA,
+        {{Cell(result.BegNode, "##0"), Cell(result.KFactorB, "##0.00"),
+          Cell(result.ElevationB, "##0.00"), Cell(result.DischargeB, "##0.00"),
+          Cell(result.ResidualB, "##0.00"), Cell(result.NominalDiameter, "##0.00"),
+          Cell(result.Flow, "##0.00"), Cell(result.FrictionLossPerFoot, "##0.00000"),
+          Cell(result.PipeLength, "##0.00"), Cell(result.FrictionPressure, "##0.000")},
+         {Cell(result.EndNode, "##0"), Cell(result.KFactorE, "##0.00"),
+          Cell(result.ElevationE, "##0.00"), Cell(result.DischargeE, "##0.00"),
+          Cell(result.ResidualE, "##0.00"), Cell(result.InsideDiameter, "##0.000"),
+          Cell(result.Velocity, "##0.00"),
+          fittings.empty() ? "-----" : ReportDocument::ProjectText(fittings),
+          Cell(result.FittingLength, "##0.00"), Cell(result.ElevationPressure, "##0.000")}});
+    document.Rows(FormatB,
+                  {{"", pipe ? ReportDocument::ProjectText(pipe->ResultFittingText) : "", "",
+                    Cell(result.CFactor, "##0"), "", Cell(result.TypeGroup, "##0"),
+                    Cell(result.TotalLength, "##0.00"), Cell(result.VelocityPressure, "##0.000")}});
     // The limits are compared in US units as Singles, whatever units the report shows.
     const CalculationData& limits = document.Model.CalculationData;
     const Single maximumVelocity = static_cast<Single>(limits.MaxWaterVelocity);
     if (maximumVelocity > 0 && static_cast<Single>(us.Velocity) > maximumVelocity) {
         document.Rows(FormatC, {{"", "WARNING: Maximum velocity exceeded for this pipe"}});
     }
-    if (IsTrue(limits.UseFrictionLimit) &&
-        static_cast<Single>(us.FrictionLossPerFoot * 100) >
-            static_cast<Single>(limits.MaxFrictionalLoss)) {
+    if (IsTrue(limits.UseFrictionLimit) && static_cast<Single>(us.FrictionLossPerFoot * 100) >
+                                               static_cast<Single>(limits.MaxFrictionalLoss)) {
         document.Rows(FormatC, {{"", "WARNING: Maximum friction loss exceeded for this pipe"}});
     }
 }
@@ -80,12 +80,13 @@ void DeviceLines(ReportDocument& document, const PipeResultRecord& result,
                  const CalcPipeRecord* pipe) {
     const std::string loss =
         Cell(result.FrictionPressure, "##0.00") + std::string(document.Unit(" psi", " kPa"));
-    document.Rows(FormatA, {{Cell(result.BegNode, "##0"),
-                             DeviceName(document, pipe ? pipe->Material : MaterialFirePump),
-                             Cell(result.ElevationB, "##0.00"), "", Cell(result.ResidualB, "##0.00"),
-                             "", Cell(result.Flow, "##0.00"), "", "", ""},
-                            {Cell(result.EndNode, "##0"), loss, Cell(result.ElevationE, "##0.00"),
-                             "", Cell(result.ResidualE, "##0.00"), "", "", "", "", ""}});
+    document.Rows(FormatA,
+                  {{Cell(result.BegNode, "##0"),
+                    DeviceName(document, pipe ? pipe->Material : MaterialFirePump),
+                    Cell(result.ElevationB, "##0.00"), "", Cell(result.ResidualB, "##0.00"), "",
+                    Cell(result.Flow, "##0.00"), "", "", ""},
+                   {Cell(result.EndNode, "##0"), loss, Cell(result.ElevationE, "##0.00"), "",
+                    Cell(result.ResidualE, "##0.00"), "", "", "", "", ""}});
 }
 
 // The calculated pipe between the two typed nodes of a result row.
@@ -120,6 +121,8 @@ void PipeOutputSection(ReportDocument& document) {
         const double end = result.EndNode;
         const auto found = pipes.find({std::min(begin, end), std::max(begin, end)});
         const CalcPipeRecord* pipe = found == pipes.end() ? nullptr : &document.Pipe(found->second);
+        // The lines of one pipe or device stay on one page.
+        document.Canvas.KeepTogether(result.DeviceFlag == 2 ? 2 : 3);
         if (result.DeviceFlag == 2) {
             DeviceLines(document, result, pipe);
         } else {

@@ -9,7 +9,7 @@ namespace quench {
 namespace {
 
 constexpr int CellPadding = 50; // twips on each side of a cell's text
-constexpr int RowPadding = 15; // twips above and below a row's text
+constexpr int RowPadding = 15;  // twips above and below a row's text
 constexpr Rgb HeadingShade{230, 230, 230};
 
 std::vector<std::string_view> Words(std::string_view text) {
@@ -28,6 +28,35 @@ std::vector<std::string_view> Words(std::string_view text) {
 }
 
 } // namespace
+
+std::vector<std::string> ReportCanvas::BreakWord(const FontSpec& font, std::string_view word,
+                                                 int width) const {
+    // A word wider than its cell is broken after a "/" or "-" where one fits, else anywhere.
+    std::vector<std::string> pieces;
+    while (!word.empty() && MeasureWidth(font, word) > width) {
+        std::size_t cut = 0;
+        std::size_t soft = 0;
+        for (std::size_t end = 1; end < word.size(); ++end) {
+            if ((static_cast<unsigned char>(word[end]) & 0xC0) == 0x80) {
+                continue; // inside a UTF-8 character
+            }
+            if (MeasureWidth(font, word.substr(0, end)) > width) {
+                break;
+            }
+            cut = end;
+            if (word[end - 1] == '/' || word[end - 1] == '-') {
+                soft = end;
+            }
+        }
+        cut = soft != 0 ? soft : std::max<std::size_t>(cut, 1);
+        pieces.emplace_back(word.substr(0, cut));
+        word.remove_prefix(cut);
+    }
+    if (!word.empty()) {
+        pieces.emplace_back(word);
+    }
+    return pieces;
+}
 
 int TwipsFromHundredths(double hundredths) {
     return static_cast<int>(std::lround(hundredths / 100.0 * TwipsPerInch));
@@ -94,13 +123,15 @@ std::vector<std::string> ReportCanvas::Wrap(const FontSpec& font, std::string_vi
     while (true) {
         const std::size_t end = std::min(text.find('\n', start), text.size());
         std::string line;
-        for (std::string_view word : Words(text.substr(start, end - start))) {
-            std::string longer = line.empty() ? std::string(word) : line + " " + std::string(word);
-            if (!line.empty() && MeasureWidth(font, longer) > width) {
-                lines.push_back(line);
-                line = std::string(word);
-            } else {
-                line = std::move(longer);
+        for (std::string_view whole : Words(text.substr(start, end - start))) {
+            for (const std::string& word : BreakWord(font, whole, width)) {
+                std::string longer = line.empty() ? word : line + " " + word;
+                if (!line.empty() && MeasureWidth(font, longer) > width) {
+                    lines.push_back(line);
+                    line = word;
+                } else {
+                    line = std::move(longer);
+                }
             }
         }
         lines.push_back(line);
@@ -132,6 +163,12 @@ void ReportCanvas::DrawAligned(int left, int width, CellAlign align, const FontS
         x += align == CellAlign::Right ? room : room / 2;
     }
     DrawText(x, CurrentY, font, TextColor, text);
+}
+
+void ReportCanvas::KeepTogether(int rows) {
+    if (open_) {
+        BreakFor(rows * (LineHeight(Font) + 2 * RowPadding));
+    }
 }
 
 void ReportCanvas::Paragraph(std::string_view text) {

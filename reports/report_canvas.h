@@ -113,6 +113,10 @@ public:
     void AddTable(const TableFormat& format, const TableRow& heading,
                   const std::vector<TableRow>& body);
 
+    // A new page now, through the page handler, unless as many one-line body rows as given still
+    // fit: the lines of one item stay together.
+    void KeepTogether(int rows);
+
     // Called after each page that the canvas starts for a row or paragraph that did not fit.
     void SetPageHandler(std::function<void()> handler) { pageHandler_ = std::move(handler); }
 
@@ -142,6 +146,8 @@ private:
         CellAlign Align = CellAlign::Left;
     };
 
+    std::vector<std::string> BreakWord(const FontSpec& font, std::string_view word,
+                                       int width) const;
     std::vector<std::string> Wrap(const FontSpec& font, std::string_view text, int width) const;
     std::vector<LaidOutCell> LayOutRow(const TableFormat& format, const std::vector<int>& widths,
                                        const TableRow& row, const FontSpec& font) const;

@@ -10,10 +10,19 @@ namespace {
 
 constexpr std::string_view ProgramLine = "QUENCH - Fire Sprinkler Hydraulics Calculation Program";
 constexpr std::string_view MakerLine = "Vantor Software Development, Inc.";
-constexpr int FooterGap = 240;  // twips between the body's bottom margin and the footer
+constexpr int FooterGap = 240;   // twips between the body's bottom margin and the footer
 constexpr int TitlePadding = 60; // twips above and below a title's text on its band
 
 } // namespace
+
+std::string Cell(double value, std::string_view picture) {
+    std::string text = Format(value, picture);
+    if (!text.empty() && text.front() == '-' &&
+        text.find_first_not_of("0.,", 1) == std::string::npos) {
+        text.erase(0, 1);
+    }
+    return text;
+}
 
 ReportDocument::ReportDocument(ReportCanvas& canvas, const ReportOptions& options,
                                const ReportFrame& frame, const Project& project,
@@ -80,7 +89,8 @@ void ReportDocument::UseBody() {
 void ReportDocument::DrawFrame() {
     UseBody();
     Canvas.CurrentY = Canvas.MarginTop;
-    Canvas.AddTable(ParseTableFormat("_<|+>"), {}, {{std::string(ProgramLine), std::string(MakerLine)}});
+    Canvas.AddTable(ParseTableFormat("_<|+>"), {},
+                    {{std::string(ProgramLine), std::string(MakerLine)}});
     Canvas.AddTable(ParseTableFormat("<|>"), {},
                     {{ProjectText(Model.ProjectData.Title), ProjectText(Frame.CompanyLine)}});
 

@@ -21,10 +21,8 @@ constexpr std::array<ReportSectionName, ReportSectionCount> Names{{
     {ReportSection::InputPipeData, "chkInputPipeData"sv, "Input Pipe Data"sv, "pipes"sv},
     {ReportSection::InputPumpData, "chkInputPumpData"sv, "Input Pump Curve Data"sv, "pump"sv},
     {ReportSection::OutputNodeGroup, "chkOutputNodeGroup"sv, "Output Node Group"sv, "groups"sv},
-    {ReportSection::OutputPipeData, "chkOutputPipeData"sv, "Output Pipe Data"sv,
-     "pipe-output"sv},
-    {ReportSection::OutputSprinkler, "chkOutputSprinkler"sv, "Output Sprinkler"sv,
-     "sprinklers"sv},
+    {ReportSection::OutputPipeData, "chkOutputPipeData"sv, "Output Pipe Data"sv, "pipe-output"sv},
+    {ReportSection::OutputSprinkler, "chkOutputSprinkler"sv, "Output Sprinkler"sv, "sprinklers"sv},
     {ReportSection::OutputSummary, "chkOutputSummary"sv, "Output Summary"sv, "summary"sv},
     {ReportSection::HydraulicGraph, "chkHydraulicGraph"sv, "Hydraulic Graph"sv, "graph"sv},
 }};
@@ -44,11 +42,11 @@ struct FontKeys {
     std::string_view Band, Text, Name, Size, Bold, Italic;
 };
 
-constexpr FontKeys MainKeys{"lblMainHeader",    "lblMainHeaderText",  "MainHeaderFont",
+constexpr FontKeys MainKeys{"lblMainHeader",      "lblMainHeaderText",  "MainHeaderFont",
                             "MainHeaderFontSize", "MainHeaderFontBold", "MainHeaderFontItalic"};
-constexpr FontKeys SecondaryKeys{"lblSecondaryHeader",       "lblSecondaryHeaderText",
-                                 "SecondaryHeaderFont",      "SecondaryHeaderFontSize",
-                                 "SecondaryHeaderFontBold",  "SecondaryHeaderFontItalic"};
+constexpr FontKeys SecondaryKeys{"lblSecondaryHeader",      "lblSecondaryHeaderText",
+                                 "SecondaryHeaderFont",     "SecondaryHeaderFontSize",
+                                 "SecondaryHeaderFontBold", "SecondaryHeaderFontItalic"};
 constexpr FontKeys BodyKeys{"lblBody",      "lblBodyText",  "BodyFont",
                             "BodyFontSize", "BodyFontBold", "BodyFontItalic"};
 
@@ -145,7 +143,8 @@ ReportOptions LoadReportOptions(const IniFileHandler& settings) {
         options.Set(name.Section, Check(stored, name.Key));
     }
     options.InputPipeFittingData = Check(stored, FittingKey);
-    options.MainHeader = ReadFont(stored, MainKeys, {{"Arial", 16, true, false}, MainBand, MainText});
+    options.MainHeader =
+        ReadFont(stored, MainKeys, {{"Arial", 16, true, false}, MainBand, MainText});
     options.SecondaryHeader =
         ReadFont(stored, SecondaryKeys, {{"Arial", 14, true, false}, SecondaryBand, SecondaryText});
     options.Body = ReadFont(stored, BodyKeys, {{"Arial", 10, false, false}, BodyBand, BodyText});
@@ -200,7 +199,8 @@ std::optional<Rgb> ColorFromText(std::string_view text) {
         return std::nullopt;
     }
     const long whole = static_cast<long>(value);
-    return Rgb{static_cast<std::uint8_t>(whole & 0xFF), static_cast<std::uint8_t>((whole >> 8) & 0xFF),
+    return Rgb{static_cast<std::uint8_t>(whole & 0xFF),
+               static_cast<std::uint8_t>((whole >> 8) & 0xFF),
                static_cast<std::uint8_t>((whole >> 16) & 0xFF)};
 }
 

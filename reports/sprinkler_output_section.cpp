@@ -7,8 +7,7 @@ namespace quench {
 
 namespace {
 
-constexpr std::string_view RowColumns =
-    ">+1280|^+1280|>+1280|>+1280|>+1280|>+1280|>+1280|>+1280";
+constexpr std::string_view RowColumns = ">+1280|^+1280|>+1280|>+1280|>+1280|>+1280|>+1280|>+1280";
 constexpr std::string_view TotalColumns = "<+6400|>+1280|>+1280|>+1280";
 
 std::string Heading(const ReportDocument& document) {
@@ -53,10 +52,14 @@ bool Flowing(const NodeRecord& node) {
 
 TableRow NodeRow(const ReportDocument& document, const NodeRecord& node, const std::string& group) {
     const double density = node.SprinklerArea != 0 ? node.Discharge / node.SprinklerArea : 0;
-    return {document.NodeText(node.Number), ReportDocument::ProjectText(group),
-            Cell(node.KFactor, "##0.00"),   Cell(node.Elevation, "##0.00"),
-            Cell(node.ResidualPressure, "##0.00"), Cell(node.SprinklerArea, "##0.00"),
-            Cell(density, "##0.000"),       Cell(node.Discharge, "##0.00")};
+    return {document.NodeText(node.Number),
+            ReportDocument::ProjectText(group),
+            Cell(node.KFactor, "##0.00"),
+            Cell(node.Elevation, "##0.00"),
+            Cell(node.ResidualPressure, "##0.00"),
+            Cell(node.SprinklerArea, "##0.00"),
+            Cell(density, "##0.000"),
+            Cell(node.Discharge, "##0.00")};
 }
 
 } // namespace

@@ -30,6 +30,10 @@ void TextCanvas::BeginPage(int page) {
 }
 
 bool TextCanvas::DrawPicture(const std::filesystem::path& file, int, int, int, int) {
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(file, error)) {
+        return false;
+    }
     text_ += "(picture " + file.filename().string() + ")\n";
     return true;
 }

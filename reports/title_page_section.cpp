@@ -1,6 +1,5 @@
-#include "reports/report_sections.h"
-
 #include "core/text.h"
+#include "reports/report_sections.h"
 
 namespace quench {
 

@@ -3,9 +3,7 @@
 set -e
 packages="g++ make cmake pkg-config git qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins libqt6test6 \
 libgl-dev libgtest-dev libgmock-dev googletest libbenchmark-dev clang-format fonts-dejavu-core \
-locales poppler-utils \
-desktop-file-utils appstream dpkg-dev \
-libdxflib-dev"
+locales poppler-utils libsuitesparse-dev lcov libdxflib-dev desktop-file-utils appstream dpkg-dev"
 missing=""
 for package in $packages; do
     dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed" ||

@@ -12,6 +12,11 @@ if [ ! -f "$example" ]; then
 fi
 mkdir -p "$out"
 project="$(cd "$out" && pwd)/$(basename "$example")"
+# The copy must be another file: the run saves into it, and the example stays as it is tracked.
+if [ "$project" = "$(cd "$(dirname "$example")" && pwd)/$(basename "$example")" ]; then
+    echo "The output directory $out holds the example itself; name another (OUT=...)." >&2
+    exit 2
+fi
 if [ -x "$build/bin/quench-gui" ] && { [ -n "$DISPLAY" ] || [ -n "$WAYLAND_DISPLAY" ]; }; then
     # The copy is made once: what the user saved in it, and a working file a killed session left
     # beside it, are there for the next start.

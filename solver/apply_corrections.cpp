@@ -88,9 +88,8 @@ bool ApplyCorrections(RunContext& context, SolverState& state) {
     }
     if ((average >= DivergenceAfterThirdIteration && state.Iteration > 3) ||
         average >= Divergence) {
-        context.Dialogs.ShowMessage(MessageStyle::Plain, "", CorrectionDivergenceMessage);
+        context.Stop({MessageStyle::Plain, "", CorrectionDivergenceMessage});
         context.Progress.CloseDisplay();
-        context.AbortFlag = 1;
         return false;
     }
     UpdateHeads(state, Damp(state, average));

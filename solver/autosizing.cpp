@@ -78,20 +78,20 @@ int Excess(const Limits& limits, double flow, double inner, double cFactor) {
 
 class Sizing {
 public:
-    Sizing(RunContext& context, SolverState& state) : context_(context), state_(state) {}
+    Sizing(RunContext& context, SolverState& state)
+        : context_(context), state_(state), judging_(state.SolvedOnce && state.NotConverged == 0) {}
 
-    // False when a size above a group's maximum stopped the step.
-    bool Run() {
-        for (auto& notes : context_.SizingNotes) {
-            notes.clear();
-        }
+    void Run() {
         before_.resize(At(Model().NumberOfPipes) + 1);
         for (int pipe = 1; pipe <= Model().NumberOfPipes; ++pipe) {
             before_[At(pipe)] = Pipe(pipe).NominalDiameter;
         }
-        if (!SizeUngrouped()) {
-            return false;
+        if (judging_) {
+            for (auto& notes : context_.SizingNotes) {
+                notes.clear();
+            }
         }
+        SizeUngrouped();
         for (int group = 1; group <= GroupCount; ++group) {
             SizeGroup(group);
         }
@@ -99,7 +99,39 @@ public:
             KeepSizesFromGrowingDownstream();
         }
         CloseStep();
-        return true;
+    }
+
+    // A solution still outside the tolerance is no ground for judging sizes: heavy damping
+    // leaves the flows of a short pass far from their values, and sizes chosen on them swing.
+    // The step then waits for the iteration to settle.
+    bool Waiting() const { return state_.SolvedOnce && !judging_; }
+
+    // After an accepted solution: every pipe over a limit notes why; false when one of them
+    // could still take a larger allowed size, so that sizing has work left.
+    bool Settled() {
+        for (auto& notes : context_.SizingNotes) {
+            notes.clear();
+        }
+        Model().SizingNotes.clear();
+        bool settled = true;
+        for (int pipe = 1; pipe <= Model().NumberOfPipes; ++pipe) {
+            if (!IsSizable(Pipe(pipe))) {
+                continue;
+            }
+            const SizeList sizes = SizesOf(context_, Pipe(pipe).Material);
+            const Limits limits = LimitsOf(Pipe(pipe).TypeGroup);
+            const int excess = Excess(limits, Flow(pipe), Pipe(pipe).InsideDiameter, CFactor(pipe));
+            if (excess < 0 || sizes.Count == 0) {
+                continue;
+            }
+            if (LargerAllowed(sizes, Pipe(pipe).NominalDiameter, limits) >= 0) {
+                settled = false;
+            } else {
+                Note(pipe, excess);
+                PostNote(pipe, excess);
+            }
+        }
+        return settled;
     }
 
     // A diameter differs from the one it had when the step began.
@@ -149,6 +181,16 @@ private:
             .push_back(pipe);
     }
 
+    // The note beside the results, by row of CalcPipeRecord.
+    void PostNote(int pipe, int reason) {
+        std::vector<SizingNote>& notes = Model().SizingNotes;
+        notes.resize(At(Model().NumberOfPipes) + 1, SizingNote::None);
+        notes[At(pipe)] = reason == static_cast<int>(SizingReason::Velocity) ? SizingNote::Velocity
+                          : reason == static_cast<int>(SizingReason::Friction)
+                              ? SizingNote::Friction
+                              : SizingNote::Other;
+    }
+
     // One size above the smallest that meets the limits at the pipe's flow (the smallest when
     // even that one does), going down from the size it has.
     int SizeWithin(const SizeList& sizes, int from, int pipe, const Limits& limits) {
@@ -172,7 +214,7 @@ private:
         return k;
     }
 
-    bool SizeUngrouped() {
+    void SizeUngrouped() {
         const Limits limits = LimitsOf(0);
         for (int pipe = 1; pipe <= Model().NumberOfPipes; ++pipe) {
             if (!IsSizable(Pipe(pipe)) || Pipe(pipe).TypeGroup != 0) {
@@ -186,18 +228,26 @@ private:
                 SetDiameter(pipe, sizes[sizes.AtOrAbove(limits.Minimum)]);
                 continue;
             }
-            if (!state_.SolvedOnce) {
-                continue; // sizes are judged on a solution
-            }
-            if (!SizeOnePipe(pipe, sizes, limits)) {
-                return false;
+            if (judging_) {
+                SizeOnePipe(pipe, sizes, limits);
             }
         }
-        return true;
     }
 
-    // False when the size it needs is above the maximum: the step stops.
-    bool SizeOnePipe(int pipe, const SizeList& sizes, const Limits& limits) {
+    // The next size up that the list and the group's maximum allow, -1 when there is none.
+    static int LargerAllowed(const SizeList& sizes, double nominal, const Limits& limits) {
+        const int index = sizes.IndexOf(nominal);
+        const int next = index < 0 ? sizes.AtOrAbove(nominal) : index + 1;
+        if (next >= sizes.Count || sizes[next] <= nominal ||
+            (limits.Maximum != 0 && sizes[next] > limits.Maximum)) {
+            return -1;
+        }
+        return next;
+    }
+
+    // A pipe over a limit moves up one size; one that no allowed size can help keeps its size
+    // and a note, and the other pipes are sized on.
+    void SizeOnePipe(int pipe, const SizeList& sizes, const Limits& limits) {
         const double nominal = Pipe(pipe).NominalDiameter;
         const int index = sizes.IndexOf(nominal);
         const double inner = index < 0 ? nominal : InnerOf(context_, Pipe(pipe).Material, nominal);
@@ -207,21 +257,14 @@ private:
                 SetDiameter(pipe,
                             sizes[Bounded(sizes, SizeWithin(sizes, index, pipe, limits), limits)]);
             }
-            return true;
+            return;
         }
-        const int next = index < 0 ? sizes.AtOrAbove(nominal) : index + 1;
-        if (next >= sizes.Count || sizes[next] <= nominal) {
-            Note(pipe, excess); // the list is exhausted: it stays over its limit
-            return true;
-        }
-        if (limits.Maximum != 0 && sizes[next] > limits.Maximum) {
-            state_.SizingChanged = 0;
+        const int next = LargerAllowed(sizes, nominal, limits);
+        if (next < 0) {
             Note(pipe, excess);
-            return false;
+            return;
         }
         SetDiameter(pipe, sizes[next]);
-        state_.SizingChanged = 1;
-        return true;
     }
 
     std::vector<int> GroupPipes(int group) {
@@ -270,7 +313,7 @@ private:
         for (int pipe : pipes) {
             SetDiameter(pipe, common);
         }
-        if (!state_.SolvedOnce) {
+        if (!judging_) {
             return;
         }
         int index = sizes.IndexOf(common);
@@ -285,16 +328,8 @@ private:
                 --k;
             }
             chosen = Bounded(sizes, k == 0 ? 0 : std::min(k + 1, sizes.Count - 1), limits);
-        } else if (index + 1 < sizes.Count) {
-            if (limits.Maximum != 0 && sizes[index + 1] > limits.Maximum) {
-                state_.SizingChanged = 0;
-                for (int pipe : pipes) {
-                    Note(pipe, excess);
-                }
-                return;
-            }
+        } else if (LargerAllowed(sizes, sizes[index], limits) >= 0) {
             chosen = index + 1;
-            state_.SizingChanged = 1;
         } else {
             for (int pipe : pipes) {
                 Note(pipe, excess);
@@ -347,6 +382,7 @@ private:
 
     RunContext& context_;
     SolverState& state_;
+    const bool judging_; // the last solution is within tolerance: sizes may move
     std::vector<double> before_;
 };
 
@@ -390,10 +426,13 @@ bool IsSizable(const CalcPipeRecord& pipe) {
 
 bool SizingStep(RunContext& context, SolverState& state) {
     Sizing sizing(context, state);
-    if (!sizing.Run()) {
-        return false;
-    }
-    return sizing.Moved();
+    sizing.Run();
+    return sizing.Moved() || sizing.Waiting();
+}
+
+bool SizesSettled(RunContext& context, SolverState& state) {
+    Sizing sizing(context, state);
+    return sizing.Settled();
 }
 
 void RefreshLengths(const Project& project, SolverState& state) {

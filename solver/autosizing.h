@@ -18,8 +18,13 @@ void BuildFittingTable(const Project& project, SolverState& state);
 bool IsSizable(const CalcPipeRecord& pipe);
 
 // One sizing step over the ungrouped pipes, then the groups, then the rule that no pipe grows
-// downstream when it is asked for. True when a diameter moved.
+// downstream when it is asked for. Sizes are judged only on a solution within the tolerance.
+// True when a diameter moved, or when the solution was not yet fit to judge.
 bool SizingStep(RunContext& context, SolverState& state);
+
+// At an accepted solution: each pipe open to sizing that stands over a limit gets its note in
+// SizingNotes. False when one of them could still take a larger allowed size.
+bool SizesSettled(RunContext& context, SolverState& state);
 
 // The half-edge rows take the lengths of their pipes after sizing.
 void RefreshLengths(const Project& project, SolverState& state);

@@ -152,6 +152,9 @@ void BuildHalfEdges(const Project& project, SolverState& state) {
             project.NodeRecord[static_cast<std::size_t>(position)].KFactor;
     }
     state.Conductance.assign(static_cast<std::size_t>(edges.Count) + 1, 0.0);
+    // A new table: the equations are laid out again, and the first step takes the node order.
+    ++state.HalfEdgeBuilds;
+    state.NodeOrderDue = true;
 }
 
 } // namespace quench

@@ -16,16 +16,36 @@ namespace quench {
 
 namespace {
 
-constexpr double PressureSlack = 1E-06;
-constexpr double DensityTolerance = 0.0001;
-constexpr double TargetBand = 0.01;
-constexpr Long RoundCeiling = 32767;
-constexpr float FlipLimit = 2000;
-constexpr Integer FlipsToTurn = 10;
-constexpr Long CyclesBeforeNewStart = 4;
-constexpr Integer ChangesBeforeNewStart = 30;
+// Tolerances of the rounds.
+constexpr double PressureSlack = 1E-06;     // psi: a residual this close to a target meets it
+constexpr double DensityTolerance = 0.0001; // gpm/ft², the density test of the closing rounds
+constexpr double TargetBand = 0.01;         // psi: an HMD node this close to its target holds it
+
+// The HMD choice turning between nodes.
+constexpr Integer FlipsToTurn = 10;           // moves back and forth that make a flip
+constexpr Long CyclesBeforeNewStart = 4;      // flip cycles short of the target before a new start
+constexpr Integer ChangesBeforeNewStart = 30; // HMD changes before a new start pressure
+constexpr float FlipLimit = 2000;             // iterations a pass may take while the HMD flips
+// A flip between two nodes that both hold the target is settled: the cycle count is set so far
+// above CyclesBeforeNewStart that the round goes on to the target tests instead of solving again.
+constexpr Long SettledFlipCycles = 31000;
+// HmdChanges grows past ChangesBeforeNewStart only while the HMD round, which clears it there, is
+// skipped. Held to 31 from 102 on, the 16-bit count never wraps and the next round still sees
+// more than 30 changes and brings a new start.
+constexpr Integer HmdChangesCeiling = 102;
+constexpr Integer HmdChangesAfterCeiling = 31;
+
+// The target rounds.
+constexpr Long RoundCeiling = 32767; // the rounds that move the target are counted in 16 bits
 constexpr Long RoundsBeforeDensityPush = 40;
+// The density push: 1 % over the density ratio while the lowest density is more than 5 % short,
+// so that the rounds approach the requirement from above.
 constexpr float DensityPush = 1.01f;
+constexpr double NearDensityShare = 0.05;
+// After this many density rounds the step is multiplied by a tenth of the round count: a run that
+// has crept toward the density for a hundred rounds leaps over it and comes back down by the ratio.
+constexpr Integer DensityRoundsBeforeLeap = 99;
+constexpr double DensityRoundsPerLeap = 10.0;
 
 bool DensityRequired(const Project& project) {
     return RequiredDensity(project, false) > 0;
@@ -153,6 +173,66 @@ bool TurnHmd(RunContext& context, SolverState& state, Phase& next) {
     return false;
 }
 
+// The HMD node short of its target after a round: a new start pressure, and while the shortfall
+// grows, another pass from it.
+bool NewStartForShortfall(RunContext& context, SolverState& state) {
+    const double shortfall = state.TargetPressure - state.HmdResidual;
+    if (shortfall <= PressureSlack) {
+        return false;
+    }
+    BumpStartPressure(context, state);
+    state.FlipCount = 1;
+    state.HmdChanges = 1;
+    const bool growing = shortfall > state.LastShortfall || state.LastShortfall == 0;
+    state.LastShortfall = shortfall;
+    return growing;
+}
+
+// The end of an HMD round where density is required: the sprinkler of the lowest density may
+// take over from the HMD node. It is held and solved for when its density pressure governs.
+Phase DensityNodeExit(const Project& project, SolverState& state) {
+    state.PreviousHmdResidual = state.HmdResidual;
+    if (!state.RestartFlag && DensityRequired(project)) {
+        FindMinDensity(project, state);
+        SwitchToDensityNode(project, state);
+        FindHmd(project, state);
+    }
+    const bool densityMet = state.DensityPressure <= state.HmdResidual;
+    if (densityMet) {
+        return Phase::Peaking;
+    }
+    const bool pressureGoverns = state.TargetPressure > state.DensityPressure;
+    if (pressureGoverns) {
+        state.DensityNode = 0;
+        state.HmdResidual = state.PreviousHmdResidual;
+        return Phase::Peaking;
+    }
+    if (state.DensityNode != 0) {
+        ApplyDensityNode(project, state);
+        return Phase::PassStart;
+    }
+    return Phase::Peaking;
+}
+
+// The re-test while the HMD node is below the highest pressure seen: passes until it holds the
+// target, then one more look, and back to the device check.
+Phase RepeatRetest(SolverState& state) {
+    ++state.HmdPressureRound;
+    state.RepeatPending = true;
+    if (state.TargetPressure - state.HmdResidual > PressureSlack) {
+        state.FlipCount = 1;
+        state.SecondLook = false;
+        return Phase::PassStart;
+    }
+    if (state.SecondLook) {
+        state.RepeatPending = false;
+        return Phase::AfterDevices;
+    }
+    state.SecondLook = true;
+    state.FlipCount = 1;
+    return Phase::PassStart;
+}
+
 bool AnyResidualBelow(const Project& project, double level) {
     for (int position = 1; position <= project.NumberOfNodes; ++position) {
         if (project.NodeRecord[static_cast<std::size_t>(position)].ResidualPressure < level) {
@@ -163,6 +243,12 @@ bool AnyResidualBelow(const Project& project, double level) {
 }
 
 } // namespace
+
+void CapHmdChanges(SolverState& state) {
+    if (state.HmdChanges > HmdChangesCeiling) {
+        state.HmdChanges = HmdChangesAfterCeiling;
+    }
+}
 
 double LowestFlowingDensity(const Project& project) {
     return LowestDensityNode(project).Density;
@@ -201,52 +287,28 @@ Phase HmdRound(RunContext& context, SolverState& state) {
         BumpStartPressure(context, state);
         FindHmd(project, state);
     }
-    if (state.FlipCount >= FlipsToTurn && state.HmdResidual < state.TargetPressure) {
+    const bool flipping = state.FlipCount >= FlipsToTurn;
+    const bool shortOfTarget = state.HmdResidual < state.TargetPressure;
+    if (flipping && shortOfTarget) {
         ++state.FlipCycles;
         context.IterationLimit = FlipLimit;
     }
-    if (state.FlipCount >= FlipsToTurn && state.HmdResidual >= state.TargetPressure &&
-        state.NotConverged == 0) {
-        state.FlipCycles = 31000;
+    if (flipping && !shortOfTarget && state.NotConverged == 0) {
+        state.FlipCycles = SettledFlipCycles;
     }
     // A node that moved is solved for again, unless it keeps turning between two nodes.
-    if (moved && (state.FlipCount < FlipsToTurn || state.FlipCycles < CyclesBeforeNewStart)) {
+    const bool turningForGood = flipping && state.FlipCycles >= CyclesBeforeNewStart;
+    if (moved && !turningForGood) {
         return Phase::PassStart;
     }
-    if (state.TargetPressure - state.HmdResidual > PressureSlack) {
-        BumpStartPressure(context, state);
-        state.FlipCount = 1;
-        state.HmdChanges = 1;
-        const double shortfall = state.TargetPressure - state.HmdResidual;
-        const bool growing = shortfall > state.LastShortfall || state.LastShortfall == 0;
-        state.LastShortfall = shortfall;
-        if (growing) {
-            return Phase::PassStart;
-        }
+    if (NewStartForShortfall(context, state)) {
+        return Phase::PassStart;
     }
     const int first = state.Edges.FirstRowOf(state.HmdNode);
     if (first != 0) {
         ComputeRowFlow(state.Edges[first], state.Conductance[static_cast<std::size_t>(first)]);
     }
-    state.PreviousHmdResidual = state.HmdResidual;
-    if (!state.RestartFlag && DensityRequired(project)) {
-        FindMinDensity(project, state);
-        SwitchToDensityNode(project, state);
-        FindHmd(project, state);
-    }
-    if (state.DensityPressure <= state.HmdResidual) {
-        return Phase::Peaking;
-    }
-    if (state.TargetPressure > state.DensityPressure) {
-        state.DensityNode = 0;
-        state.HmdResidual = state.PreviousHmdResidual;
-        return Phase::Peaking;
-    }
-    if (state.DensityNode != 0) {
-        ApplyDensityNode(project, state);
-        return Phase::PassStart;
-    }
-    return Phase::Peaking;
+    return DensityNodeExit(project, state);
 }
 
 Phase Retest(RunContext& context, SolverState& state) {
@@ -259,23 +321,10 @@ Phase Retest(RunContext& context, SolverState& state) {
         state.HighWaterSet = true;
     }
     FindHmd(project, state);
-    const bool below =
+    const bool belowHighWater =
         state.HighWater - state.HmdResidual > PressureSlack && state.DensityNode == 0;
-    if (below || state.RepeatPending) {
-        ++state.HmdPressureRound;
-        state.RepeatPending = true;
-        if (state.TargetPressure - state.HmdResidual > PressureSlack) {
-            state.FlipCount = 1;
-            state.SecondLook = false;
-            return Phase::PassStart;
-        }
-        if (state.SecondLook) {
-            state.RepeatPending = false;
-            return Phase::AfterDevices;
-        }
-        state.SecondLook = true;
-        state.FlipCount = 1;
-        return Phase::PassStart;
+    if (belowHighWater || state.RepeatPending) {
+        return RepeatRetest(state);
     }
     if (state.DensityNode == 0) {
         return Phase::CompleteSolution;
@@ -338,17 +387,14 @@ Phase TargetCheck(RunContext& context, SolverState& state) {
     FindHmd(project, state);
     if (state.HmdResidual < state.HighWater) {
         ++state.HmdPressureRound;
-        const bool estimates = state.Options.UseEstimates;
-        state.Options.UseEstimates = false;
         if (state.HmdPressureRound > RoundsBeforeDensityPush) {
             state.DensityFactor = DensityPush;
             if (DensityRequired(project)) {
-                state.Options.UseEstimates = estimates;
                 return Phase::DensityCheck;
             }
-            BumpStartPressure(context, state);
+            // Rounds that keep missing the target climb the ladder, estimates or not.
+            BumpStartPressure(context, state, Seeding::FromStartPressure);
         }
-        state.Options.UseEstimates = estimates;
         if (state.Peaked) {
             return Phase::HmdRound;
         }
@@ -382,9 +428,9 @@ Phase RaiseForDensity(RunContext& context, SolverState& state) {
     // A sprinkler's density follows the square root of its pressure: the pressure held rises (or
     // falls) by the square of the density ratio, from the target at which the density was found.
     const double ratio = lowest == 0 ? 1.0 : (required / lowest) * (required / lowest);
-    if (state.DensityRounds > 99 && lowest != 0) {
-        state.TargetPressure =
-            state.DensityFactor * (state.DensityRounds / 10.0) * ratio * state.TargetPressure;
+    if (state.DensityRounds > DensityRoundsBeforeLeap && lowest != 0) {
+        state.TargetPressure = state.DensityFactor * (state.DensityRounds / DensityRoundsPerLeap) *
+                               ratio * state.TargetPressure;
     } else if (lowest != 0) {
         state.TargetPressure = state.DensityFactor * ratio * state.TargetPressure;
         if (state.TargetPressure < state.Options.MinimumResidual) {
@@ -393,8 +439,8 @@ Phase RaiseForDensity(RunContext& context, SolverState& state) {
         ++state.DensityRounds;
     }
     state.DensityPressure = state.TargetPressure;
-    state.DensityFactor =
-        required != 0 && (required - lowest) / required < 0.05 ? 1.0f : DensityPush;
+    const bool nearRequirement = required != 0 && (required - lowest) / required < NearDensityShare;
+    state.DensityFactor = nearRequirement ? 1.0f : DensityPush;
     // The sprinkler with the lowest density is the one the new target is for: it is held next.
     const LowestDensity node = LowestDensityNode(project);
     if (node.Number != 0) {

@@ -10,6 +10,9 @@
 
 namespace quench {
 
+// After each solution leaves the iteration: the count of HMD changes kept within its range.
+void CapHmdChanges(SolverState& state);
+
 // After a solution: the HMD node found again; a move sends the solve back to a new pass.
 Phase HmdRound(RunContext& context, SolverState& state);
 

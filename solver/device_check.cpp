@@ -39,7 +39,7 @@ bool AdjustRow(RunContext& context, HalfEdge& row, const DeviceConstraint& devic
     }
     if (device.Loss != 0 && std::fabs(ratio - 1) > LossTolerance / device.Loss) {
         if (row.Length > LargestLength) {
-            context.Dialogs.ShowMessage(MessageStyle::Plain, "", DeviceDivergenceMessage);
+            context.Report({MessageStyle::Plain, "", DeviceDivergenceMessage}); // the run goes on
             context.Progress.CloseDisplay();
         }
         row.Length = ratio == 0 ? row.Length / SmallestRatio : row.Length / ratio;

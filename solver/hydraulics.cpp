@@ -54,15 +54,15 @@ void ComputeRowFlow(HalfEdge& row, double conductance) {
     }
     const double sign = level ? 0.0 : head >= 0 ? 1.0 : -1.0;
     const double magnitude = std::fabs(head);
+    // One power serves both: the slope c^0.5405 / h^0.4595 is 0.5405 × (h c)^0.5405 / h.
+    const double power = std::pow(magnitude * std::fabs(conductance), FlowExponent);
+    const double slope = FlowExponent * power / magnitude;
     if (conductance >= 0) {
-        row.Flow = sign * std::pow(magnitude * conductance, FlowExponent);
-        row.Slope =
-            FlowExponent * std::pow(conductance, FlowExponent) / std::pow(magnitude, SlopeExponent);
+        row.Flow = sign * power;
+        row.Slope = slope;
     } else {
-        const double absolute = std::fabs(conductance);
-        row.Flow = -sign * std::pow(magnitude * absolute, FlowExponent);
-        row.Slope =
-            -FlowExponent * std::pow(absolute, FlowExponent) / std::pow(magnitude, SlopeExponent);
+        row.Flow = -sign * power;
+        row.Slope = -slope;
     }
 }
 
@@ -90,14 +90,28 @@ void UpdateSprinkler(HalfEdge& row) {
     } else if (row.Residual < 0) {
         row.SprinklerFlow = 0;
     } else if (row.Residual > 0) {
-        row.SprinklerFlow = row.KFactor * std::pow(row.Residual, 0.5);
+        row.SprinklerFlow = row.KFactor * std::sqrt(row.Residual);
     }
+}
+
+// The other end of the same pipe, solved already with the mirrored heads, gives this row its flow
+// turned round and its slope.
+bool TakeFromReverse(HalfEdge& edge, const HalfEdge& reverse, double conductance,
+                     double reverseConductance) {
+    if (reverse.FromHead != edge.ToHead || reverse.ToHead != edge.FromHead ||
+        conductance != reverseConductance || edge.FromHead == edge.ToHead) {
+        return false;
+    }
+    edge.Flow = -reverse.Flow;
+    edge.Slope = reverse.Slope;
+    return true;
 }
 
 } // namespace
 
 void ComputeFlows(SolverState& state) {
     HalfEdgeTable& edges = state.Edges;
+    const double* const conductance = state.Conductance.data();
     for (int row = 1; row <= edges.Count; ++row) {
         HalfEdge& edge = edges[row];
         if (IsClosedIntoSupply(edge, state.Options)) {
@@ -105,7 +119,13 @@ void ComputeFlows(SolverState& state) {
             edge.Slope = 0;
             continue;
         }
-        ComputeRowFlow(edge, state.Conductance[static_cast<std::size_t>(row)]);
+        const int reverse = edge.Reverse;
+        const bool mirrored =
+            reverse != 0 && reverse < row && !IsClosedIntoSupply(edges[reverse], state.Options) &&
+            TakeFromReverse(edge, edges[reverse], conductance[row], conductance[reverse]);
+        if (!mirrored) {
+            ComputeRowFlow(edge, conductance[row]);
+        }
         edge.Residual = edge.FromHead - edge.FromElevationHead;
         UpdateSprinkler(edge);
     }

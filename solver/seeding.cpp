@@ -125,8 +125,8 @@ void SeedFromEstimates(Project& project, SolverState& state) {
 
 } // namespace
 
-void SeedHeads(RunContext& context, SolverState& state) {
-    const bool fromEstimates = state.Options.UseEstimates;
+void SeedHeads(RunContext& context, SolverState& state, Seeding seeding) {
+    const bool fromEstimates = state.Options.UseEstimates && seeding == Seeding::AsOptions;
     ApplyPumpBoost(state, fromEstimates);
     if (fromEstimates) {
         SeedFromEstimates(context.Project, state);
@@ -135,15 +135,16 @@ void SeedHeads(RunContext& context, SolverState& state) {
     }
 }
 
-void BumpStartPressure(RunContext& context, SolverState& state) {
-    if (state.Options.UseEstimates || state.StartPressure > HighestStartPressure) {
+void BumpStartPressure(RunContext& context, SolverState& state, Seeding seeding) {
+    const bool fromEstimates = state.Options.UseEstimates && seeding == Seeding::AsOptions;
+    if (fromEstimates || state.StartPressure > HighestStartPressure) {
         return;
     }
     const double base = state.StartBumps <= EvenBumps ? 1.0 : 2.0;
     const double offset = state.StartBumps <= EvenBumps ? 0.0 : EvenBumps;
     state.StartPressure = static_cast<float>(std::pow(base, state.StartBumps - offset) + 8);
     ++state.StartBumps;
-    SeedHeads(context, state);
+    SeedHeads(context, state, seeding);
 }
 
 } // namespace quench

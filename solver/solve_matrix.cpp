@@ -1,9 +1,11 @@
 #include "solver/solve_matrix.h"
 
 #include "core/formats.h"
+#include "solver/build_matrix.h"
 #include "solver/flow_imbalance.h"
 #include "solver/solver_messages.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace quench {
@@ -102,8 +104,7 @@ void DropFirstElement(SparseMatrix& matrix, int row) {
 
 MatrixOutcome ZeroPivot(RunContext& context, SolverState& state) {
     if (state.Gauge >= 50 || state.RecoveryUsed) {
-        context.Dialogs.ShowMessage(MessageStyle::Plain, "", NoSolutionMessage(""));
-        context.AbortFlag = 1;
+        context.Stop({MessageStyle::Plain, "", NoSolutionMessage("")});
         return MatrixOutcome::Failed;
     }
     state.RecoveryUsed = true;
@@ -174,11 +175,14 @@ bool SolveRow(SolverState& state, int k) {
     return true;
 }
 
-MatrixOutcome BackSubstitute(RunContext& context, SolverState& state) {
+double RoundToSixDecimals(double value) {
+    return ToNumber(Format(value, "#0.000000"));
+}
+
+// Corrections from the last row up; false at a zero diagonal.
+bool SubstituteBack(SolverState& state) {
     SparseMatrix& matrix = state.Matrix;
     const int n = state.RowCount;
-    const bool maximumTest = state.Options.UseMaximumTest;
-    const double tolerance = state.Options.Tolerance;
     const int last = matrix.RowHead(n);
     double& lastCorrection = CorrectionAt(state, n);
     lastCorrection = 0;
@@ -187,19 +191,28 @@ MatrixOutcome BackSubstitute(RunContext& context, SolverState& state) {
         const double rightSide = next == 0 ? 0.0 : matrix.Element(next).Value;
         lastCorrection = rightSide / matrix.Element(last).Value;
     }
+    for (int k = n - 1; k >= 1; --k) {
+        if (!SolveRow(state, k)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// The convergence test on the corrections, from the last row up. A row's index stands for the
+// node of that place in the node table when the HMD node is left out of the test.
+void TestConvergence(RunContext& context, SolverState& state) {
+    const int n = state.RowCount;
+    const bool maximumTest = state.Options.UseMaximumTest;
+    const double tolerance = state.Options.Tolerance;
+    const double lastCorrection = std::fabs(state.Correction[static_cast<std::size_t>(n)]);
     state.NotConverged = 0;
-    double sum = std::fabs(lastCorrection);
-    state.MaximumImbalance = std::fabs(lastCorrection);
-    if (maximumTest && std::fabs(lastCorrection) > tolerance) {
+    double sum = lastCorrection;
+    state.MaximumImbalance = lastCorrection;
+    if (maximumTest && lastCorrection > tolerance) {
         state.NotConverged = 1;
     }
     for (int k = n - 1; k >= 1; --k) {
-        if (!SolveRow(state, k)) {
-            context.Dialogs.ShowMessage(MessageStyle::Plain, "",
-                                        NoSolutionMessage("Zero diagonal element."));
-            context.AbortFlag = 1;
-            return MatrixOutcome::Failed;
-        }
         const double magnitude = std::fabs(state.Correction[static_cast<std::size_t>(k)]);
         const bool hmdPlace = IsHmdPlace(context, state, k);
         if (maximumTest && magnitude > tolerance && !hmdPlace) {
@@ -220,10 +233,55 @@ MatrixOutcome BackSubstitute(RunContext& context, SolverState& state) {
         }
         shown = state.AverageImbalance;
     }
-    context.Progress.SetPercentText(ProgressPercentText(shown, tolerance, context.IterationLimit));
-    state.AverageImbalance = ToNumber(Format(state.AverageImbalance, "#0.000000"));
-    state.MaximumImbalance = ToNumber(Format(state.MaximumImbalance, "#0.000000"));
+    if (state.ProgressTurn) {
+        context.Progress.SetPercentText(
+            ProgressPercentText(shown, tolerance, context.IterationLimit));
+    }
+    state.AverageImbalance = RoundToSixDecimals(state.AverageImbalance);
+    state.MaximumImbalance = RoundToSixDecimals(state.MaximumImbalance);
+}
+
+MatrixOutcome SolveInNodeOrder(RunContext& context, SolverState& state) {
+    ++state.NodeOrderSteps;
+    const MatrixOutcome eliminated = Eliminate(context, state);
+    if (eliminated != MatrixOutcome::Solved) {
+        return eliminated;
+    }
+    if (!SubstituteBack(state)) {
+        context.Stop({MessageStyle::Plain, "", NoSolutionMessage("Zero diagonal element.")});
+        return MatrixOutcome::Failed;
+    }
     return MatrixOutcome::Solved;
+}
+
+// Every row has its diagonal and its right side: an element of the node-order rows exists once a
+// number other than 0 has been stored in it, even when later additions bring it back to 0.
+bool RowsComplete(const SolverState& state) {
+    const std::vector<unsigned char>& stored = state.Layout.RightSideStored;
+    return state.Elimination.DiagonalsSet() &&
+           std::find(stored.begin(), stored.end(), 0) == stored.end();
+}
+
+// The ordered elimination takes the step unless the node order's own behaviour decides it: the
+// run's first step, a row without its diagonal or its right side, a negligible pivot.
+bool SolvedInOrder(SolverState& state) {
+    EquationLayout& layout = state.Layout;
+    if (!layout.Built) {
+        return false;
+    }
+    layout.Built = false;
+    const bool due = state.NodeOrderDue;
+    state.NodeOrderDue = false;
+    if (due || !RowsComplete(state)) {
+        BuildNodeOrderMatrix(state);
+        return false;
+    }
+    if (!state.Elimination.Solve(state.Correction)) {
+        BuildNodeOrderMatrix(state);
+        return false;
+    }
+    ++state.OrderedSteps;
+    return true;
 }
 
 bool AllFinite(const SolverState& state) {
@@ -239,22 +297,24 @@ bool AllFinite(const SolverState& state) {
 
 MatrixOutcome SolveMatrix(RunContext& context, SolverState& state) {
     if (state.RowCount < 1) {
+        state.Layout.Built = false;
         state.NotConverged = 0;
         state.MaximumImbalance = 0;
         state.AverageImbalance = 0;
         return MatrixOutcome::Solved;
     }
-    const MatrixOutcome eliminated = Eliminate(context, state);
-    if (eliminated != MatrixOutcome::Solved) {
-        return eliminated;
+    if (state.Correction.size() <= static_cast<std::size_t>(state.RowCount)) {
+        state.Correction.resize(static_cast<std::size_t>(state.RowCount) + 1, 0.0);
     }
-    const MatrixOutcome solved = BackSubstitute(context, state);
-    if (solved != MatrixOutcome::Solved) {
-        return solved;
+    if (!SolvedInOrder(state)) {
+        const MatrixOutcome solved = SolveInNodeOrder(context, state);
+        if (solved != MatrixOutcome::Solved) {
+            return solved;
+        }
     }
+    TestConvergence(context, state);
     if (!AllFinite(state)) {
-        context.Dialogs.ShowMessage(MessageStyle::Plain, "", ResultsOutOfRangeMessage);
-        context.AbortFlag = 1;
+        context.Stop({MessageStyle::Plain, "", ResultsOutOfRangeMessage});
         return MatrixOutcome::Failed;
     }
     MeasureFlowImbalanceIfAsked(context, state);

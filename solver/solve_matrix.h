@@ -8,7 +8,7 @@ namespace quench {
 enum class MatrixOutcome {
     Solved,
     ZeroPivot, // the elimination met a zero pivot: the solve may start again from its set-up
-    Failed,    // "No Solution." was shown and AbortFlag set
+    Failed,    // the run stops: its diagnostic is on the run context, AbortFlag is set
 };
 
 // Elimination in natural order with no pivoting, fill-in inserted in place, then back

@@ -14,6 +14,7 @@
 #include "solver/hmd.h"
 #include "solver/hydraulics.h"
 #include "solver/peaking.h"
+#include "solver/progress_pace.h"
 #include "solver/seeding.h"
 #include "solver/solve_matrix.h"
 #include "solver/solve_phase.h"
@@ -48,7 +49,7 @@ public:
         while (phase != Phase::Done && phase != Phase::Stop) {
             const Phase next = Step(phase);
             context_.ShowDiagnostics(); // the one place a step's faults reach the user
-            if (next < phase && next != Phase::Stop && !CountReturn()) {
+            if (IsReturnIntoLoop(phase, next) && !CountReturn()) {
                 break;
             }
             phase = next;
@@ -178,6 +179,7 @@ private:
         state_.DensityFactor = 1.0f;
         state_.HighWaterSet = false; // the highest pressure seen belongs to the target in force
         if (!state_.RestartFlag) {
+            project_.SizingNotes.clear();
             state_.DensityNode = 0;
             state_.HmdNode = 0;
             state_.DensityPressure = 0;
@@ -263,17 +265,23 @@ private:
     }
 
     // Newton steps until the solve is within tolerance (past the third step) or
-    // the soft limit is reached.
+    // the soft limit is reached. The display and Cancel get their turn at the first steps of a
+    // pass and then at the pace of the clock.
     Phase Iterate() {
         for (;;) {
-            ShowIteration();
+            const bool turn = state_.Iteration < 2 || pace_.Due();
+            if (turn) {
+                ShowIteration();
+            }
             ++state_.Iteration;
             if (state_.Iteration > state_.IterationCeiling ||
                 ++context_.NewtonIterations > NewtonIterationBudget) {
                 return Fail(MaximumIterationsMessage);
             }
             BuildMatrix(state_);
+            state_.ProgressTurn = turn;
             const MatrixOutcome outcome = SolveMatrix(context_, state_);
+            state_.ProgressTurn = true;
             if (outcome == MatrixOutcome::ZeroPivot) {
                 return Phase::SetUp; // the whole solve again, from its start
             }
@@ -284,10 +292,10 @@ private:
             if (state_.NotConverged != 1 && state_.Iteration >= 3) {
                 return Phase::LeaveIteration;
             }
-            if (Cancelled()) {
+            if (turn && Cancelled()) {
                 return Phase::Stop;
             }
-            FollowTrend();
+            FollowTrend(turn);
             if (state_.Gauge <= 50 && state_.Iteration > context_.IterationLimit) {
                 return Phase::LeaveIteration;
             }
@@ -295,7 +303,7 @@ private:
     }
 
     // Ninety-nine rises of the largest imbalance in a row bring the soft limit down to 200.
-    void FollowTrend() {
+    void FollowTrend(bool shown) {
         if (state_.LastMaximumImbalance < state_.MaximumImbalance) {
             ++state_.TrendCount;
         } else if (state_.LastMaximumImbalance > state_.MaximumImbalance) {
@@ -304,7 +312,9 @@ private:
         if (state_.TrendCount == RisingImbalanceCount) {
             context_.IterationLimit = LimitOnRisingImbalance;
         }
-        ShowIterationControls();
+        if (shown) {
+            ShowIterationControls();
+        }
         state_.LastMaximumImbalance = state_.MaximumImbalance;
     }
 
@@ -325,9 +335,7 @@ private:
         CopyResults(project_, state_);
         state_.SolvedOnce = true;
         state_.DeviceChanged = false;
-        if (state_.HmdChanges > 102) {
-            state_.HmdChanges = 31;
-        }
+        CapHmdChanges(state_);
         return Phase::DeviceCheck;
     }
 
@@ -385,9 +393,11 @@ private:
             return Phase::Stop;
         }
         ComputeFlows(state_);
+        const Integer held = state_.HmdNode;
         FindHmd(project_, state_);
         CopyResults(project_, state_);
-        return Phase::DeviceCheck;
+        // A new HMD node is held at the target only from here on: its solution is still to come.
+        return state_.HmdNode == held ? Phase::DeviceCheck : Phase::PassStart;
     }
 
     // Peaking, then sizing again or the re-test of the HMD node.
@@ -442,6 +452,9 @@ private:
             return Phase::Close;
         }
         const Phase next = ClosingTests(context_, state_);
+        if (next == Phase::Close && state_.Options.Autosize && !SizesSettled(context_, state_)) {
+            return Phase::PassHead; // the accepted flows ask for a larger size somewhere
+        }
         return next == Phase::Close && HoldLowestSprinkler() ? Phase::PassStart : next;
     }
 
@@ -476,6 +489,7 @@ private:
     SolverState& state_;
     Project& project_;
     int levelSwitches_ = 0;
+    ProgressPace pace_;
 };
 
 } // namespace

@@ -1,7 +1,7 @@
 #pragma once
 
-// The phases of a solve, in the order of the loop. Each does its work and names the phase that
-// comes next; a name earlier in the list is a return into the loop.
+// The phases of a solve. Each does its work and names the phase that comes next; a phase earlier
+// in the loop than the one that names it is a return into the loop, which the run's budget counts.
 
 namespace quench {
 
@@ -26,5 +26,54 @@ enum class Phase {
     Done,
     Stop, // failed or cancelled: nothing accepted
 };
+
+// The place of a phase in the loop, written out: returns are told by it, not by the enum's order.
+constexpr int LoopPlace(Phase phase) {
+    switch (phase) {
+    case Phase::SetUp:
+        return 2;
+    case Phase::PassHead:
+        return 8;
+    case Phase::Conductances:
+        return 9;
+    case Phase::PassStart:
+        return 10;
+    case Phase::Iterate:
+        return 12;
+    case Phase::LeaveIteration:
+        return 17;
+    case Phase::DeviceCheck:
+        return 19;
+    case Phase::AfterDevices:
+        return 20;
+    case Phase::HmdRound:
+        return 21;
+    case Phase::Peaking:
+        return 22;
+    case Phase::Retest:
+        return 24;
+    case Phase::CompleteSolution:
+        return 26;
+    case Phase::DensityCheck:
+        return 27;
+    case Phase::ConvergenceCheck:
+        return 28;
+    case Phase::Overshoot:
+        return 29;
+    case Phase::Accept:
+        return 30;
+    case Phase::Close:
+        return 31;
+    case Phase::Done:
+    case Phase::Stop:
+        break;
+    }
+    return 32;
+}
+
+// A step from one phase to an earlier one of the loop.
+constexpr bool IsReturnIntoLoop(Phase from, Phase to) {
+    return to != Phase::Stop && to != Phase::Done && LoopPlace(to) < LoopPlace(from);
+}
 
 } // namespace quench

@@ -6,7 +6,9 @@
 
 #include "core/types.h"
 #include "solver/device_constraint.h"
+#include "solver/equation_layout.h"
 #include "solver/half_edge_table.h"
+#include "solver/ordered_elimination.h"
 #include "solver/sparse_matrix.h"
 
 #include <array>
@@ -64,7 +66,13 @@ struct SolverState {
     HalfEdgeTable Edges;
     std::vector<double> Conductance;             // beside each half-edge row
     std::array<Integer, MaterialCodes> CValue{}; // by material code
-    SparseMatrix Matrix;
+    SparseMatrix Matrix; // the equations in node order, for the steps that take that order
+    EquationLayout Layout;
+    OrderedElimination Elimination;
+    long HalfEdgeBuilds = 0;  // counts the half-edge tables built, so a layout knows its own
+    bool NodeOrderDue = true; // the first step after the half-edge table is built
+    long NodeOrderSteps = 0;  // steps solved in node order and in the ordered elimination
+    long OrderedSteps = 0;
     std::vector<int> ColumnOfPosition; // by node position: the node's column, 0 for none
     std::vector<double> Correction;    // by column
     std::vector<double> CorrectionSign;
@@ -92,6 +100,7 @@ struct SolverState {
     Integer TrendCount = 0;
     int Gauge = 0;
     bool RecoveryUsed = false;
+    bool ProgressTurn = true; // the step shows its progress figure
     bool FirstSolutionDone = false;
     bool SolvedOnce = false; // a solution has reached the tables, for the sizing step
     bool PassMark = false;

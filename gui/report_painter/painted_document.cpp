@@ -1,10 +1,10 @@
 #include "gui/report_painter/painted_document.h"
 
+#include <cmath>
+
 #include <QColor>
 #include <QFontMetricsF>
 #include <QPen>
-
-#include <cmath>
 
 namespace quench {
 
@@ -190,9 +190,9 @@ void PaintedDocument::PaintPage(QPainter& painter, int page, const QRectF& targe
             painter.drawLine(QPointF(item.Left, item.Top), QPointF(item.Right, item.Bottom));
             break;
         case PaintItem::Kind::Picture:
-            painter.drawImage(QRectF(item.Left, item.Top, item.Right - item.Left,
-                                     item.Bottom - item.Top),
-                              Images[static_cast<std::size_t>(item.Image)]);
+            painter.drawImage(
+                QRectF(item.Left, item.Top, item.Right - item.Left, item.Bottom - item.Top),
+                Images[static_cast<std::size_t>(item.Image)]);
             break;
         }
     }

@@ -6,16 +6,16 @@
 
 #include "reports/report_canvas.h"
 
+#include <map>
+#include <memory>
+#include <vector>
+
 #include <QFont>
 #include <QImage>
 #include <QPagedPaintDevice>
 #include <QPainter>
 #include <QRectF>
 #include <QString>
-
-#include <map>
-#include <memory>
-#include <vector>
 
 namespace quench {
 
@@ -25,8 +25,8 @@ struct PaintItem {
     int Left = 0, Top = 0, Right = 0, Bottom = 0; // twips
     QString Text;
     FontSpec Font;
-    Rgb Color;          // the text's colour, or the pen's
-    Rgb Brush;          // a rectangle's fill
+    Rgb Color; // the text's colour, or the pen's
+    Rgb Brush; // a rectangle's fill
     bool Filled = false;
     int PenWidth = 0;
     int Image = -1; // place in the document's pictures

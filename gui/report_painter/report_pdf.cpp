@@ -3,14 +3,14 @@
 #include "core/atomic_write.h"
 #include "gui/report_painter/painted_document.h"
 
+#include <cstdlib>
+#include <memory>
+
 #include <QBuffer>
 #include <QGuiApplication>
 #include <QPageLayout>
 #include <QPageSize>
 #include <QPdfWriter>
-
-#include <cstdlib>
-#include <memory>
 
 namespace quench {
 
@@ -33,8 +33,8 @@ void EnsureReportApplication() {
     static char* arguments[] = {name, nullptr};
     // Start-up notes of the platform (such as a missing XDG_RUNTIME_DIR) are no concern of a
     // report on the command line.
-    const QtMessageHandler previous = qInstallMessageHandler(
-        [](QtMsgType, const QMessageLogContext&, const QString&) {});
+    const QtMessageHandler previous =
+        qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     static std::unique_ptr<QGuiApplication> application =
         std::make_unique<QGuiApplication>(argumentCount, arguments);
     qInstallMessageHandler(previous);

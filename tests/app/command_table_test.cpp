@@ -94,8 +94,11 @@ TEST(CommandTable, OnlyTheFirstScreensAreInTheMenus) {
     for (const CommandEntry* entry : MenuCommands(Menu::File)) {
         file.push_back(entry->Key);
     }
-    EXPECT_EQ(file, (std::vector<std::string_view>{"ToolNew", "ToolOpen", "ToolClose", "ToolSave",
-                                                   "ToolSaveAs", "ToolExit"}));
+    EXPECT_EQ(file, (std::vector<std::string_view>{
+                        "ToolNew", "ToolOpen", "ToolClose", "ToolSave", "ToolSaveAs",
+                        "ToolOpenDosQUENCHProject", "ToolSaveAsDosQUENCHProject",
+                        "ToolOpenAutocadDatafile", "ToolReadFromDWG", "CalculatedSizestoDWG",
+                        "ToolPreview", "ToolPrint", "ToolPrinterSetup", "ToolExit"}));
     const auto keys = [](Menu menu) {
         std::vector<std::string_view> found;
         for (const CommandEntry* entry : MenuCommands(menu)) {
@@ -108,11 +111,13 @@ TEST(CommandTable, OnlyTheFirstScreensAreInTheMenus) {
     };
     const auto project = keys(Menu::Project);
     EXPECT_TRUE(has(project, "ToolGPD"));
+    EXPECT_TRUE(has(project, "ToolEnterEditPipeData"));
     EXPECT_EQ(project.back(), "ToolCalculation");
     const auto tools = keys(Menu::Tools);
     for (const char* key : {"ToolUnits", "ToolBranchLineCalculator", "ToolSprinklerCalculator"}) {
         EXPECT_TRUE(has(tools, key)) << key;
     }
+    EXPECT_TRUE(has(keys(Menu::Reports), "ToolReportOptions"));
     EXPECT_EQ(MenuCommands(Menu::Window).size(), 8u);
     for (const CommandEntry* entry : ToolbarCommands()) {
         EXPECT_TRUE(entry->OnToolbar && entry->Available) << entry->Key;

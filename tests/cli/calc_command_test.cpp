@@ -6,6 +6,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
@@ -63,6 +64,40 @@ TEST(CalcCommand, CalculatesSavesTheResultsAndWritesJson) {
     EXPECT_EQ(text.find("10000"), std::string::npos); // node numbers as the user typed them
 }
 
+TEST(CalcCommand, TheJsonNamesThePipesSizingLeftOverALimit) {
+    ScratchDirectory scratch;
+    // The first pipe of the line is open to sizing but held to 2" under a friction limit that no
+    // size meets; the next size would be allowed without the maximum.
+    const auto file = WriteBranchLine(scratch, "sized.qnw", [](Project& project) {
+        NetworkBuilder(project).DemandMode(7);
+        project.PipeRecord[1].Diameter = 0;
+        project.PipeRecord[1].DiameterFixed = False;
+        project.CalculationData.MaxFrictionalLoss = 0.5;
+        project.CalculationData.TypeGroupMaxDiameter[0] = 2;
+    });
+    const auto json = scratch / "out.json";
+    const CommandOutcome run = RunQuench({"calc", file.string(), "--yes", "--json", json.string()});
+    ASSERT_EQ(run.Status, ExitSuccess) << run.Err;
+    const std::string text = Bytes(json);
+    for (const char* part : {"\"sizingNotes\"", "\"BegNode\": \"20\"", "\"EndNode\": \"10\"",
+                             "\"reason\": \"friction\"",
+                             "\"note\": \"Over the friction limit at the largest allowed size\""}) {
+        EXPECT_NE(text.find(part), std::string::npos) << part << "\n"
+                                                      << text.substr(text.find("sizingNotes"));
+    }
+
+    // Without the maximum the pipe takes a size that meets the limit and no note is left.
+    const auto open = WriteBranchLine(scratch, "open.qnw", [](Project& project) {
+        NetworkBuilder(project).DemandMode(7);
+        project.PipeRecord[1].Diameter = 0;
+        project.PipeRecord[1].DiameterFixed = False;
+        project.CalculationData.MaxFrictionalLoss = 0.5;
+    });
+    ASSERT_EQ(RunQuench({"calc", open.string(), "--yes", "--json", json.string()}).Status,
+              ExitSuccess);
+    EXPECT_NE(Bytes(json).find("\"sizingNotes\": []"), std::string::npos);
+}
+
 TEST(CalcCommand, AStoppedRunLeavesTheFileAsItWas) {
     ScratchDirectory scratch;
     const auto file = WriteBranchLine(scratch, "line.qnw", [](Project& project) {
@@ -104,8 +139,11 @@ TEST(CalcCommand, UsageAndFileErrors) {
     ExpectOneLineError(RunQuench({"calc", file.string(), "other.qnw"}), "usage");
     ExpectOneLineError(RunQuench({"calc", file.string(), "--yes", "--no"}), "exclude");
     ExpectOneLineError(RunQuench({"calc", file.string(), "--json"}), "--json needs a file name");
-    ExpectOneLineError(RunQuench({"calc", (scratch / "none.qnw").string()}), "no such project");
-    ExpectOneLineError(RunQuench({"calc", (scratch / "old.qnd").string()}), "no such project");
+    ExpectOneLineError(RunQuench({"calc", (scratch / "none.qnw").string()}),
+                       "QUENCH: Error: File not found.");
+    ExpectOneLineError(RunQuench({"calc", (scratch / "old.qnd").string()}), "File not found");
+    ASSERT_TRUE(WriteFileAtomically(scratch / "old.qnd", "a DOS project"));
+    ExpectOneLineError(RunQuench({"calc", (scratch / "old.qnd").string()}), "DOS QUENCH Project");
 
     // A working file left by an unfinished session is not overwritten.
     const std::string before = Bytes(file);
@@ -120,21 +158,45 @@ TEST(CalcCommand, UsageAndFileErrors) {
                        "cannot write");
 }
 
-// A project of any name calculates; one named like a working file gets a working file of its own.
-TEST(CalcCommand, ProjectsOfAnyNameCalculate) {
-    for (const char* name : {"job.tmp", "job", "a.b", "x"}) {
-        SCOPED_TRACE(name);
+// The desktop's rule for names: a name without an extension is the ".qnw" project, and the working
+// file is the name with ".tmp" for its extension, whatever the extension was.
+TEST(CalcCommand, NamesFollowTheDesktopsRule) {
+    for (const auto& [typed, file, working] :
+         {std::tuple{"job", "job.qnw", "job.tmp"}, std::tuple{"a.b", "a.b", "a.tmp"},
+          std::tuple{"plant.QNW", "plant.QNW", "plant.tmp"}}) {
+        SCOPED_TRACE(typed);
         ScratchDirectory scratch;
-        const auto file = WriteBranchLine(scratch, name);
-        const CommandOutcome run = RunQuench({"calc", file.string()});
+        WriteBranchLine(scratch, file);
+        const CommandOutcome run = RunQuench({"calc", (scratch / typed).string()});
         EXPECT_EQ(run.Status, ExitSuccess) << run.Err;
         const auto saved = std::make_unique<Project>();
-        ASSERT_TRUE(ReadProject(*saved, file));
+        ASSERT_TRUE(ReadProject(*saved, scratch / file));
         EXPECT_EQ(saved->CalculationData.NumberOfFlowingSprinklers, 4);
         EXPECT_EQ(std::distance(std::filesystem::directory_iterator(scratch.Path()),
                                 std::filesystem::directory_iterator()),
                   1); // no working file stays behind
+
+        // The working file of a session that died is the desktop's, and stays for it to offer.
+        const std::string before = Bytes(scratch / file);
+        ASSERT_TRUE(WriteFileAtomically(scratch / working, "edits of a session that died"));
+        const CommandOutcome refused = RunQuench({"calc", (scratch / typed).string()});
+        ExpectOneLineError(refused, working);
+        EXPECT_EQ(Bytes(scratch / working), "edits of a session that died");
+        EXPECT_EQ(Bytes(scratch / file), before);
     }
+}
+
+// A working file is never calculated as a project, and a name the desktop would not open is not
+// calculated either.
+TEST(CalcCommand, WorkingFilesAndUnopenableNamesAreRefused) {
+    ScratchDirectory scratch;
+    WriteBranchLine(scratch, "job.tmp");
+    ExpectOneLineError(RunQuench({"calc", (scratch / "job.tmp").string()}), "is a working file");
+    WriteBranchLine(scratch, "x");
+    ExpectOneLineError(RunQuench({"calc", (scratch / "x").string()}), "File not found"); // x.qnw
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(scratch.Path()),
+                            std::filesystem::directory_iterator()),
+              2);
 }
 
 TEST(CalcCommand, TheSampleGridCalculates) {

@@ -17,7 +17,8 @@ namespace {
 using namespace quench::testing;
 
 // A calculated tree of three branch lines, written as a project file.
-std::filesystem::path WriteCalculatedTree(const ScratchDirectory& scratch, const std::string& name) {
+std::filesystem::path WriteCalculatedTree(const ScratchDirectory& scratch,
+                                          const std::string& name) {
     const auto project = std::make_unique<Project>();
     ResetProject(*project);
     project->ProjectData.Title = "Report Test";
@@ -58,15 +59,19 @@ TEST(ReportCommand, WritesThePdfAndTheTextAndLeavesTheProjectAsItWas) {
     const std::string before = Bytes(file);
     const auto pdf = scratch / "tree.pdf";
     const auto text = scratch / "tree.txt";
-    const CommandOutcome outcome =
-        RunQuench({"report", file.string(), "-o", pdf.string(), "--text", text.string()});
-    ASSERT_EQ(outcome.Status, ExitSuccess) << outcome.Err;
-    EXPECT_EQ(Bytes(file), before);
-    EXPECT_FALSE(std::filesystem::exists(scratch / "tree.tmp"));
-
+    const CommandOutcome written = RunQuench({"report", file.string(), "--text", text.string()});
+    ASSERT_EQ(written.Status, ExitSuccess) << written.Err;
     const std::string rendered = Bytes(text);
     EXPECT_NE(rendered.find("Overall Pipe Output Data"), std::string::npos);
     EXPECT_NE(rendered.find("tree.qnw | Page 1 | "), std::string::npos);
+
+    const CommandOutcome outcome = RunQuench({"report", file.string(), "-o", pdf.string()});
+    EXPECT_EQ(Bytes(file), before);
+    EXPECT_FALSE(std::filesystem::exists(scratch / "tree.tmp"));
+    if (outcome.Err.find("built without Qt") != std::string::npos) {
+        GTEST_SKIP() << "this build writes no PDF";
+    }
+    ASSERT_EQ(outcome.Status, ExitSuccess) << outcome.Err;
     const std::string info = Shell("pdfinfo '" + pdf.string() + "' 2>/dev/null");
     if (info.empty()) {
         GTEST_SKIP() << "pdfinfo (poppler-utils) is not installed";
@@ -77,8 +82,7 @@ TEST(ReportCommand, WritesThePdfAndTheTextAndLeavesTheProjectAsItWas) {
          at = rendered.find("--- page ", at + 1)) {
         ++textPages;
     }
-    EXPECT_NE(info.find("Pages:           " + std::to_string(textPages) + "\n"), std::string::npos)
-        << info;
+    EXPECT_NE(info.find("Pages:"), std::string::npos) << info;
     const std::string pdfText = Shell("pdftotext -layout '" + pdf.string() + "' -");
     for (const char* words :
          {"QUENCH - Fire Sprinkler Hydraulics Calculation Program", "General Project Data Report",
@@ -86,6 +90,16 @@ TEST(ReportCommand, WritesThePdfAndTheTextAndLeavesTheProjectAsItWas) {
           "Hydraulic Supply/Demand Graph", "Report Test", "Totals For All Groups"}) {
         EXPECT_NE(pdfText.find(words), std::string::npos) << words;
     }
+    // Every page of the PDF carries its footer with its number.
+    int pdfPages = 0;
+    for (std::size_t at = pdfText.find("Page "); at != std::string::npos;
+         at = pdfText.find("Page ", at + 1)) {
+        ++pdfPages;
+    }
+    EXPECT_GE(pdfPages, 10);
+    EXPECT_NE(info.find("Pages:           " + std::to_string(pdfPages) + "\n"), std::string::npos)
+        << info;
+    EXPECT_GE(textPages, 10);
 }
 
 TEST(ReportCommand, SectionsAndUnits) {
@@ -118,8 +132,9 @@ TEST(ReportCommand, UsageAndFileErrors) {
                        "--si and --us exclude each other");
     ExpectOneLineError(RunQuench({"report", (scratch / "none.qnw").string(), "-o", pdf}),
                        "no such project file");
-    ExpectOneLineError(RunQuench({"report", file.string(), "-o", (scratch / "no" / "dir" / "").string()}),
-                       "cannot write");
+    ExpectOneLineError(
+        RunQuench({"report", file.string(), "-o", (scratch / "no" / "dir" / "").string()}),
+        "cannot write");
     EXPECT_FALSE(std::filesystem::exists(pdf));
 }
 

@@ -1,6 +1,7 @@
 #include "entry/results_grid.h"
 
 #include <memory>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -98,6 +99,24 @@ TEST(ResultsGrid, SIAndTheHoseWord) {
     EXPECT_EQ(grid.Lines[0][7], "378.54"); // 100 gpm
     EXPECT_EQ(grid.Lines[0][9], "15.24");  // 50 ft
     EXPECT_EQ(grid.Lines[5][2], "34.47 kPa");
+}
+
+TEST(ResultsGrid, APipeSizingLeftOverALimitShowsWhyOnItsFourthLine) {
+    const auto project = TwoRows();
+    project->SizingNotes.assign(3, SizingNote::None);
+    project->SizingNotes[1] = SizingNote::Velocity;
+    ResultsGrid grid = BuildResultsGrid(*project, MeasureSystem::US);
+    ASSERT_EQ(grid.Lines.size(), 2u * ResultsGridLinesPerPipe);
+    EXPECT_EQ(grid.Lines[3][1], "Over the velocity limit at the largest allowed size");
+    EXPECT_EQ(grid.Lines[7], ResultsGridLine{});
+
+    // The note follows the pipe, not the place of its result row.
+    project->SizingNotes[1] = SizingNote::None;
+    project->SizingNotes[2] = SizingNote::Friction;
+    std::swap(project->CalcPipeRecord[1], project->CalcPipeRecord[2]);
+    grid = BuildResultsGrid(*project, MeasureSystem::SI);
+    EXPECT_EQ(grid.Lines[3][1], "Over the friction limit at the largest allowed size");
+    EXPECT_EQ(grid.Lines[7][1], "");
 }
 
 } // namespace

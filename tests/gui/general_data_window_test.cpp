@@ -93,6 +93,10 @@ TEST_F(GeneralDataWindowTest, HoseSwitchesTheCaptionsOfTheOpenScreens) {
     EXPECT_EQ(Window()->Label(SprinklerMake)->text(), "Hose Make:");
     EXPECT_EQ(Window()->Label(MaximumAreaPerSprinkler)->text(), "Max Area Per Hose");
     EXPECT_EQ(hmdLabel->text(), "HMD Hose Node Number:");
+    EXPECT_EQ(Frame().Calculation()->findChild<QLabel*>("txtNonSprinklerFlowCaption")->text(),
+              "Fixed Flow:");
+    EXPECT_EQ(Frame().Calculation()->findChild<QLabel*>("txtSprinklerFlowCaption")->text(),
+              "Hose Flow:");
 
     // Any other word is removed, and the word in force stays.
     Type(PrimaryDischarge, "X");
@@ -129,6 +133,41 @@ TEST_F(GeneralDataWindowTest, DensityAndPicksReachTheOtherScreenAndTheField) {
     QTest::mouseClick(list->cmdOK(), Qt::LeftButton);
     EXPECT_EQ(Window()->Field(DefaultKFactor)->text(), "5.6");
     EXPECT_FLOAT_EQ(Model().SystemData.DefaultKFactor, 5.6f);
+}
+
+} // namespace
+} // namespace quench
+
+namespace quench {
+namespace {
+
+TEST_F(GeneralDataWindowTest, FOneOpensTheHelpOfTheFieldAndItsPickReturnsThere) {
+    // On the Calculation screen: the sizing bound of group 3 asks for the list of diameters.
+    Frame().Dispatch("ToolCalculation");
+    gui::CalculationWindow* calculation = Frame().Calculation();
+    ASSERT_NE(calculation, nullptr);
+    gui::ValidatedField* bound = calculation->Field(TypeGroupMaxField(3));
+    calculation->Tabs()->setCurrentIndex(1);
+    bound->setFocus();
+    ASSERT_EQ(QApplication::focusWidget(), bound);
+    QTest::keyClick(bound, Qt::Key_F1);
+    auto* list = qobject_cast<gui::HelpListWindow*>(Frame().Help().Current());
+    ASSERT_NE(list, nullptr);
+    EXPECT_EQ(list->lblHelpTitle()->text(), "Available Diameters");
+    list->txtDefaultValue()->setText("4");
+    QTest::mouseClick(list->cmdOK(), Qt::LeftButton);
+    EXPECT_DOUBLE_EQ(Model().CalculationData.TypeGroupMaxDiameter[3], 4);
+    EXPECT_EQ(bound->text(), "4");
+
+    // On the general data screen: a plain help for a text field.
+    Frame().Dispatch("ToolGPD");
+    Window()->Tabs()->setCurrentIndex(4);
+    Window()->Field(GeneralField::SprinklerMake)->setFocus();
+    Frame().ShowFocusedFieldHelp();
+    auto* plain = qobject_cast<gui::HelpWindow*>(Frame().Help().Current());
+    ASSERT_NE(plain, nullptr);
+    EXPECT_EQ(plain->lblHelpTitle()->text(), "Sprinkler Make");
+    plain->close();
 }
 
 } // namespace

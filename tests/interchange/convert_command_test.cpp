@@ -3,6 +3,7 @@
 #include "interchange/legacy_project.h"
 #include "tests/interchange/legacy_file_builder.h"
 #include "tests/support/command_line.h"
+#include "tests/support/network_builder.h"
 #include "tests/support/scratch_directory.h"
 
 #include <memory>
@@ -72,6 +73,57 @@ TEST(ConvertCommand, CadDataFiles) {
     EXPECT_NE(run.Err.find("Autocad File Not Loaded: The file holds 5000 pipes"), std::string::npos)
         << run.Err;
     EXPECT_FALSE(std::filesystem::exists(scratch / "big.qnw"));
+}
+
+TEST(ConvertCommand, DrawingsInAndOut) {
+    ScratchDirectory scratch;
+    const auto drawing = SourceDirectory() / "examples" / "small_tree.dxf";
+    const auto file = (scratch / "tree.qnw").string();
+    auto run = RunQuench({"convert", drawing.string(), file, "--snap", "0.05"});
+    ASSERT_EQ(run.Status, cli::ExitSuccess) << run.Err;
+    EXPECT_NE(run.Err.find("11 pipes, 12 nodes and 8 sprinklers were read."), std::string::npos)
+        << run.Err;
+    const auto project = std::make_unique<Project>();
+    ASSERT_TRUE(ReadProject(*project, file));
+    EXPECT_EQ(project->NumberOfPipeRows, 11);
+    EXPECT_FLOAT_EQ(project->PipeRecord[1].Length, 12); // inches to feet by the header
+
+    // Without results the drawing is not written; after a calculation it is.
+    const auto out = (scratch / "out.dxf").string();
+    run = RunQuench({"convert", file, out, "--drawing", drawing.string()});
+    EXPECT_EQ(run.Status, cli::ExitStopped);
+    EXPECT_NE(run.Err.find("Sizes Not Written: The project holds no calculated results"),
+              std::string::npos);
+    run = RunQuench({"convert", file, (scratch / "early.inp").string()});
+    EXPECT_EQ(run.Status, cli::ExitStopped);
+    EXPECT_FALSE(std::filesystem::exists(scratch / "early.inp"));
+    project->CalculationData.SupplyMode = 1;
+    project->CalculationData.DemandMode = 0;
+    project->CalculationData.InflowResidualPressure1 = 60;
+    ASSERT_TRUE(testing::CalculationRun(*project).Posted);
+    ASSERT_EQ(WriteProject(*project, file), WriteOutcome::Written);
+    run = RunQuench({"convert", file, out, "--drawing", drawing.string()});
+    ASSERT_EQ(run.Status, cli::ExitSuccess) << run.Err;
+    EXPECT_EQ(run.Out, "11 pipes and 12 nodes annotated.\n");
+    const auto epanet = (scratch / "tree.inp").string();
+    run = RunQuench({"convert", file, epanet});
+    ASSERT_EQ(run.Status, cli::ExitSuccess) << run.Err;
+    std::string inp;
+    ASSERT_TRUE(ReadWholeFile(epanet, inp));
+    EXPECT_NE(inp.find("[EMITTERS]"), std::string::npos);
+
+    ExpectOneLineError(RunQuench({"convert", file, out}), "needs --drawing");
+    ExpectOneLineError(RunQuench({"convert", drawing.string(), file, "--units", "furlong"}),
+                       "--units takes in, ft, mm, cm or m");
+    ExpectOneLineError(RunQuench({"convert", drawing.string(), file, "--snap", "-1"}),
+                       "--snap needs a distance");
+    ExpectOneLineError(RunQuench({"convert", drawing.string(), file, "--layers", " , "}),
+                       "--layers needs at least one layer name");
+    ExpectOneLineError(RunQuench({"convert", drawing.string(), file, "--snap"}),
+                       "--snap needs a value");
+    run = RunQuench({"convert", drawing.string(), file, "--layers", "DUCT"});
+    EXPECT_EQ(run.Status, cli::ExitStopped);
+    EXPECT_NE(run.Err.find("DXF Drawing Not Loaded"), std::string::npos);
 }
 
 TEST(ConvertCommand, UsageAndFileErrors) {

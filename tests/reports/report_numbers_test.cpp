@@ -4,6 +4,7 @@
 
 #include "core/project_file.h"
 #include "core/text.h"
+#include "reports/report_document.h"
 #include "tests/reports/report_projects.h"
 
 #include <cmath>
@@ -14,6 +15,16 @@ namespace quench {
 namespace {
 
 using namespace quench::testing;
+
+// A stored value as a report prints it: through its picture, and a value that rounds to zero
+// without a sign.
+std::string Printed(double value, const char* picture) {
+    std::string text = Format(value, picture);
+    if (text.rfind('-', 0) == 0 && text.find_first_not_of("0.", 1) == std::string::npos) {
+        text.erase(0, 1);
+    }
+    return text;
+}
 
 struct Shown {
     MeasureSystem System;
@@ -48,26 +59,28 @@ std::vector<std::string> PipeOutputLines(const Project& project, Shown shown) {
             continue;
         }
         const auto f = [&](UnitKind kind, double value, const char* picture) {
-            return Format(shown(kind, value), picture);
+            return Printed(shown(kind, value), picture);
         };
-        lines.push_back(Joined({Format(r.BegNode, "##0"), f(UnitKind::K_Factor, r.KFactorB, "##0.00"),
-                                f(UnitKind::Length, r.ElevationB, "##0.00"),
-                                f(UnitKind::Volumetric_Flow, r.DischargeB, "##0.00"),
-                                f(UnitKind::Pressure_Drop, r.ResidualB, "##0.00"),
-                                f(UnitKind::Fine_Length, r.NominalDiameter, "##0.00"),
-                                f(UnitKind::Volumetric_Flow, r.Flow, "##0.00"),
-                                f(UnitKind::Friction_Loss, r.FrictionLossPerFoot, "##0.00000"),
-                                f(UnitKind::Length, r.PipeLength, "##0.00"),
-                                f(UnitKind::Pressure_Drop, r.FrictionPressure, "##0.000")}));
-        lines.push_back(Joined({Format(r.EndNode, "##0"), f(UnitKind::K_Factor, r.KFactorE, "##0.00"),
-                                f(UnitKind::Length, r.ElevationE, "##0.00"),
-                                f(UnitKind::Volumetric_Flow, r.DischargeE, "##0.00"),
-                                f(UnitKind::Pressure_Drop, r.ResidualE, "##0.00"),
-                                f(UnitKind::Fine_Length, r.InsideDiameter, "##0.000"),
-                                f(UnitKind::Velocity, r.Velocity, "##0.00"),
-                                r.FittingText.empty() ? "-----" : r.FittingText,
-                                f(UnitKind::Length, r.FittingLength, "##0.00"),
-                                f(UnitKind::Pressure_Drop, r.ElevationPressure, "##0.000")}));
+        lines.push_back(
+            Joined({Format(r.BegNode, "##0"), f(UnitKind::K_Factor, r.KFactorB, "##0.00"),
+                    f(UnitKind::Length, r.ElevationB, "##0.00"),
+                    f(UnitKind::Volumetric_Flow, r.DischargeB, "##0.00"),
+                    f(UnitKind::Pressure_Drop, r.ResidualB, "##0.00"),
+                    f(UnitKind::Fine_Length, r.NominalDiameter, "##0.00"),
+                    f(UnitKind::Volumetric_Flow, r.Flow, "##0.00"),
+                    f(UnitKind::Friction_Loss, r.FrictionLossPerFoot, "##0.00000"),
+                    f(UnitKind::Length, r.PipeLength, "##0.00"),
+                    f(UnitKind::Pressure_Drop, r.FrictionPressure, "##0.000")}));
+        lines.push_back(
+            Joined({Format(r.EndNode, "##0"), f(UnitKind::K_Factor, r.KFactorE, "##0.00"),
+                    f(UnitKind::Length, r.ElevationE, "##0.00"),
+                    f(UnitKind::Volumetric_Flow, r.DischargeE, "##0.00"),
+                    f(UnitKind::Pressure_Drop, r.ResidualE, "##0.00"),
+                    f(UnitKind::Fine_Length, r.InsideDiameter, "##0.000"),
+                    f(UnitKind::Velocity, r.Velocity, "##0.00"),
+                    r.FittingText.empty() ? "-----" : r.FittingText,
+                    f(UnitKind::Length, r.FittingLength, "##0.00"),
+                    f(UnitKind::Pressure_Drop, r.ElevationPressure, "##0.000")}));
     }
     return lines;
 }
@@ -85,11 +98,12 @@ std::vector<std::string> SprinklerLines(const Project& project, Shown shown) {
         const double q = shown(UnitKind::Volumetric_Flow, n.Discharge);
         area += a;
         discharge += q;
-        lines.push_back(Joined({Format(n.Number, "##0"), Trim(n.AreaGroup),
-                                Format(shown(UnitKind::K_Factor, n.KFactor), "##0.00"),
-                                Format(shown(UnitKind::Length, n.Elevation), "##0.00"),
-                                Format(shown(UnitKind::Pressure_Drop, n.ResidualPressure), "##0.00"),
-                                Format(a, "##0.00"), Format(q / a, "##0.000"), Format(q, "##0.00")}));
+        lines.push_back(
+            Joined({Format(n.Number, "##0"), Trim(n.AreaGroup),
+                    Format(shown(UnitKind::K_Factor, n.KFactor), "##0.00"),
+                    Format(shown(UnitKind::Length, n.Elevation), "##0.00"),
+                    Format(shown(UnitKind::Pressure_Drop, n.ResidualPressure), "##0.00"),
+                    Format(a, "##0.00"), Format(q / a, "##0.000"), Format(q, "##0.00")}));
     }
     lines.push_back(Joined({"Totals For All Groups", Format(area, "##0.00"),
                             Format(discharge / area, "##0.000"), Format(discharge, "##0.00")}));
@@ -101,10 +115,10 @@ std::vector<std::string> SummaryLines(const Project& project, Shown shown) {
     const std::string pressure = shown.System == MeasureSystem::SI ? "kPa" : "psi";
     const std::string flow = shown.System == MeasureSystem::SI ? "Lpm" : "gpm";
     const auto p = [&](double value, const char* picture) {
-        return Format(shown(UnitKind::Pressure_Drop, value), picture);
+        return Printed(shown(UnitKind::Pressure_Drop, value), picture);
     };
     const auto q = [&](double value, const char* picture) {
-        return Format(shown(UnitKind::Volumetric_Flow, value), picture);
+        return Printed(shown(UnitKind::Volumetric_Flow, value), picture);
     };
     return {Joined({"HMD Sprinkler Node Number:", Format(d.HMDNodeNumber, "##0"), ""}),
             Joined({"HMD Actual Residual Pressure:", p(d.HMDActualResidualPressure, "##0.00"),
@@ -165,12 +179,12 @@ TEST(ReportNumbers, SummaryFiguresOfADrySystemAndTheWaterVolume) {
     const CalculationData& d = project->CalculationData;
     const double area = project->SystemData.AreaOfSprinklerOperation;
     const double flow = d.SprinklerFlow;
-    ExpectInOrder(rendered->Text,
-                  {Joined({"Adjusted Area Of Application:", Format(1.3f * area, "##0.00"), "ft²"}),
-                   Joined({"Application Average Density:", Format(flow / area, "##0.000"),
-                           "gpm/ft²"}),
-                   Joined({"Application Adjusted Density (not required by NFPA 13):",
-                           Format(flow / (1.3f * area), "##0.000"), "gpm/ft²"})});
+    ExpectInOrder(
+        rendered->Text,
+        {Joined({"Adjusted Area Of Application:", Format(1.3f * area, "##0.00"), "ft²"}),
+         Joined({"Application Average Density:", Format(flow / area, "##0.000"), "gpm/ft²"}),
+         Joined({"Application Adjusted Density (not required by NFPA 13):",
+                 Format(flow / (1.3f * area), "##0.000"), "gpm/ft²"})});
     // Only pipe lengths count: 20 ft of 2" and 10 ft of 2" and 40 ft of 1" Schedule 40.
     double volume = 0;
     for (const auto& [inside, length] : {std::pair{2.067, 30.0}, std::pair{1.049, 40.0}}) {
@@ -178,6 +192,20 @@ TEST(ReportNumbers, SummaryFiguresOfADrySystemAndTheWaterVolume) {
     }
     ExpectInOrder(rendered->Text,
                   {Joined({"Pipe System Water Volume:", Format(volume, "##0.00"), "gal"})});
+}
+
+} // namespace
+} // namespace quench
+
+namespace quench {
+namespace {
+
+TEST(ReportNumbers, AValueThatRoundsToZeroPrintsWithoutASign) {
+    EXPECT_EQ(Cell(-0.000001, "##0.00000"), "0.00000");
+    EXPECT_EQ(Cell(-0.004, "##0.00"), "0.00");
+    EXPECT_EQ(Cell(-0.005, "##0.00"), "-0.01");
+    EXPECT_EQ(Cell(-1234.5, "##0.0"), "-1234.5");
+    EXPECT_EQ(Cell(0, "##0"), "0");
 }
 
 } // namespace

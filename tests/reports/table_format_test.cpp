@@ -22,7 +22,8 @@ TEST(TableFormat, MarksPlusAndWidths) {
     EXPECT_TRUE(format.Underlined());
     EXPECT_EQ(format.Columns[5].Width, 0);
     // Columns without a width share the rest of the line.
-    EXPECT_EQ(ColumnWidths(ParseTableFormat("<2000|<|>"), 10000), (std::vector<int>{2000, 4000, 4000}));
+    EXPECT_EQ(ColumnWidths(ParseTableFormat("<2000|<|>"), 10000),
+              (std::vector<int>{2000, 4000, 4000}));
     EXPECT_EQ(ColumnWidths(ParseTableFormat("<9000|<"), 8000), (std::vector<int>{9000, 0}));
     EXPECT_TRUE(ParseTableFormat("").Columns.empty());
     // A trailing "|" is one more column, empty.
@@ -69,7 +70,8 @@ TEST(ReportCanvas, RowsThatDoNotFitStartAPageAndCallTheHandler) {
     // Every page starts with its headings again and no row is lost or doubled.
     std::size_t place = 0;
     for (int row = 1; row <= 20; ++row) {
-        const std::string line = "\n" + std::to_string(row) + " | " + std::to_string(row * 10) + "\n";
+        const std::string line =
+            "\n" + std::to_string(row) + " | " + std::to_string(row * 10) + "\n";
         const std::size_t found = text.find(line, place);
         ASSERT_NE(found, std::string::npos) << row;
         place = found;
@@ -104,6 +106,21 @@ TEST(ReportCanvas, MeasuresWrapsAndConvertsUnits) {
     canvas.KillDoc();
     EXPECT_EQ(canvas.PageCount(), 0);
     EXPECT_EQ(canvas.Result(), "");
+}
+
+} // namespace
+} // namespace quench
+
+namespace quench {
+namespace {
+
+TEST(ReportCanvas, AWordWiderThanItsCellBreaksAfterASlashOrAnywhere) {
+    TextCanvas canvas;
+    canvas.Font.Size = 10; // 100 twips a character
+    // A heading cell of 1000 twips leaves 900 for text: nine characters.
+    EXPECT_EQ(canvas.Measure("(gpm/inch-psi)", 1000), 2 * canvas.LineHeight(canvas.Font));
+    EXPECT_EQ(canvas.Measure("ABCDEFGHIJKLMNOPQRST", 500), 4 * canvas.LineHeight(canvas.Font));
+    EXPECT_EQ(canvas.Measure("", 500), canvas.LineHeight(canvas.Font));
 }
 
 } // namespace

@@ -1,0 +1,101 @@
+#pragma once
+
+// frmEEPipeData: the pipe table, its toolbar (Add, Delete, Sort, Clear, Mark Inflow, Unmark Inflow,
+// the device dialog, Undo, Redo, Copy, Paste), the default K and the sprinkler area total. The
+// rules live in PipeTable; this window lays out the table and passes each event to them.
+
+#include "core/dialogs.h"
+#include "core/project.h"
+#include "core/settings.h"
+#include "entry/pipe_table.h"
+#include "library/pipe_library.h"
+
+#include <map>
+#include <memory>
+
+#include <QWidget>
+
+class QAction;
+class QLabel;
+class QTableView;
+class QToolBar;
+
+namespace quench::gui {
+
+class HelpWindows;
+class PipeTableModel;
+class PipeCellDelegate;
+class ScreenDispatcher;
+
+class PipeDataWindow : public QWidget {
+    Q_OBJECT
+
+public:
+    PipeDataWindow(Project& project, const PipeLibrary& library, Dialogs& dialogs,
+                   IniFileHandler settings, MeasureSystem system, char decimalCharacter,
+                   QWidget* parent = nullptr);
+    ~PipeDataWindow() override;
+
+    static constexpr std::string_view ScreenName = "frmEEPipeData";
+
+    // The help windows of the fields (F1 on a cell) and the dispatcher that returns their picks.
+    void UseHelp(HelpWindows& help, ScreenDispatcher& screens);
+    // The screen's dispatcher words: "UpdateEEPipeDataFromHelpWindow".
+    void Dispatch(std::string_view command);
+
+    // The commands by their toolbar keys ("ToolAddPipe", "Undo", "Paste", ...).
+    void Command(const QString& key);
+    QAction* Action(const QString& key) const;
+
+    // The cell being typed in is left now, as before a save or a close.
+    void WriteBack();
+    // The table again from the model (a project opened or closed, a unit switch).
+    void Reload();
+    void SwitchUnits(MeasureSystem system);
+
+    PipeTable& Rules() { return table_; }
+    QTableView* Table() const { return view_; }
+    int CurrentPipe() const;
+    QLabel* TotalAreaLabel() const { return totalArea_; }
+    QLabel* DefaultKLabel() const { return defaultK_; }
+
+signals:
+    void StatusTextWanted(const QString& text);
+    // The device dialog (toolbar key "CPLD") and the fire pump screen belong to the frame.
+    void DeviceDialogWanted();
+    void PumpScreenWanted();
+    void InputEdited();
+
+protected:
+    bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void BuildToolbar();
+    void Refresh();
+    void CurrentChanged(const QModelIndex& current, const QModelIndex& previous);
+    void MoveRow(int step);
+    NodeEnd InflowEnd() const;
+    void Copy();
+    void Paste();
+    template <typename Operation>
+    void Recorded(Operation&& operation);
+
+    Project& project_;
+    Dialogs& dialogs_;
+    IniFileHandler settings_;
+    PipeTable table_;
+    PipeTableModel* model_;
+    PipeCellDelegate* delegate_;
+    QTableView* view_;
+    QToolBar* toolbar_;
+    QLabel* defaultK_;
+    QLabel* totalArea_;
+    std::map<QString, QAction*> actions_;
+    NodeEnd lastNodeEnd_ = NodeEnd::Beginning;
+    HelpWindows* help_ = nullptr;
+    ScreenDispatcher* screens_ = nullptr;
+    PipeColumn helpColumn_ = PipeColumn::BegNode;
+};
+
+} // namespace quench::gui
