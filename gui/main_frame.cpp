@@ -116,20 +116,6 @@ MainFrame::MainFrame(FrameSetup setup, QWidget* parent)
     BuildMenus();
     // F1 on a field that names its help key; a screen with a help of its own gets the key.
     qApp->installEventFilter(this);
-    // The calculator buttons of the help windows: the calculator's value is the pick.
-    help_->SetCalculatorOpener([this](HelpCalculator calculator,
-                                      const HelpRequest& request) -> std::optional<std::string> {
-        const QString text = QString::fromLatin1(request.FieldText.c_str());
-        std::optional<QString> value;
-        if (calculator == HelpCalculator::SprinklerKFactor) {
-            value = OpenKFactorCalculator(Calculators(), text, this);
-        } else if (calculator == HelpCalculator::BranchLine) {
-            value = OpenBranchLineCalculator(Calculators(), text, this);
-        } else {
-            value = OpenAdditionalFittingCalculator(Calculators(), 0, this);
-        }
-        return value ? std::optional(value->toLatin1().toStdString()) : std::nullopt;
-    });
     RestoreToolbarLayout();
     RestorePlacement(*this, settings_, sections::MDIForm);
     connect(area_, &QMdiArea::subWindowActivated, this, [this](QMdiSubWindow* window) {
@@ -145,10 +131,11 @@ MainFrame::MainFrame(FrameSetup setup, QWidget* parent)
     connect(autoSave_, &QTimer::timeout, this, &MainFrame::AutoSaveTimerTick);
     autoSave_->start();
     statusBar()->showMessage(QString());
-    SetUpReports();
+    // The calculator buttons of the help windows: the calculator's value is the pick.
     help_->SetCalculatorOpener([this](HelpCalculator calculator, const HelpRequest& request) {
         return OpenCalculator(calculator, request);
     });
+    SetUpReports();
     ProjectStateChanged();
 }
 
@@ -349,10 +336,10 @@ void MainFrame::Dispatch(const QString& key) {
         OpenKFactorCalculator(Calculators(), {}, this);
     } else if (key == "ToolBranchLineCalculator") {
         OpenBranchLineCalculator(Calculators(), {}, this);
-    } else if (ReportCommands::IsReportCommand(key)) {
-        reports_->Dispatch(key);
     } else if (key == "ToolDXF_Graph") {
         SaveDxfGraph();
+    } else if (ReportCommands::IsReportCommand(key)) {
+        reports_->Dispatch(key);
     }
 }
 

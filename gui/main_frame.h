@@ -86,8 +86,8 @@ public:
     NodeEditorWindow* NodalEditor() const;
     // The help windows of every screen's fields.
     HelpWindows& Help() const { return *help_; }
-    ReportCommands* Reports() const { return reports_; }
     ScreenDispatcher& Dispatcher() { return screens_; }
+    ReportCommands* Reports() const { return reports_; }
     QMdiArea* Area() const { return area_; }
     QAction* Action(const QString& key) const;
     QMenu* RecentFilesMenu() const { return fileMenu_; }
