@@ -20,8 +20,8 @@ namespace {
 
 using namespace quench::testing;
 
-// The default library offers sizes from 1/2" up. At 3 psi per 100 ft a 2" pipe carries about
-// 55 gpm: the first pipes of each branch line need more.
+// The default library offers sizes from 2" (the smaller ones lack some fitting lengths). At 3 psi
+// per 100 ft a 2" pipe carries about 55 gpm: the first pipes of each branch line need more.
 constexpr double MaximumVelocity = 20; // ft/s
 constexpr double MaximumFriction = 3;  // psi per 100 ft
 
