@@ -467,6 +467,8 @@ GeneralDataEditor::EditOutcome GeneralDataEditor::Edit(GeneralField field, std::
         Store(field, info.Unit ? StoredValue(*info.Unit, value, system_) : value);
         project_.InputChanged = True;
         outcome.DensityChanged = field == MinimumDesiredDensity;
+        outcome.PipeScreenChanged = field == DefaultKFactor || field == MaximumAreaPerSprinkler ||
+                                    field == AreaOfSprinklerOperation;
         break;
     }
     }

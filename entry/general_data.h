@@ -135,6 +135,9 @@ public:
     struct EditOutcome {
         bool DischargeChanged = false; // every open screen shows its captions again
         bool DensityChanged = false;   // the Calculation screen shows the density again
+        // The pipe screen shows its "Dflt=" label and its area total again: the default K, the
+        // maximum area per sprinkler or the area of operation changed.
+        bool PipeScreenChanged = false;
     };
     // An edit of the user: the text as the change test leaves it is kept, and its value is
     // stored. A number sets InputChanged. The discharge and system type fields keep the start of

@@ -212,6 +212,9 @@ void GeneralDataWindow::FieldEdited(GeneralField field, const QString& text) {
     if (outcome.DensityChanged) {
         screens_.Send("frmCalculation", UpdateLabelsWord);
     }
+    if (outcome.PipeScreenChanged) {
+        screens_.Send("frmEEPipeData", UpdateLabelsWord);
+    }
 }
 
 void GeneralDataWindow::FieldLeft(GeneralField field) {

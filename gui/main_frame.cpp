@@ -5,30 +5,37 @@
 #include "app/recent_files.h"
 #include "core/atomic_write.h"
 #include "core/settings_keys.h"
+#include "entry/general_data_words.h"
+#include "entry/node_editor.h"
 #include "gui/additional_fitting_calculator_dialog.h"
 #include "gui/branch_line_calculator_dialog.h"
 #include "gui/calculation_window.h"
 #include "gui/cursor_pause.h"
 #include "gui/data_units_dialog.h"
+#include "gui/device_dialog.h"
 #include "gui/general_data_window.h"
 #include "gui/help_window.h"
 #include "gui/kfactor_calculator_dialog.h"
 #include "gui/node_editor_window.h"
 #include "gui/pipe_data_window.h"
+#include "gui/qt_text.h"
 #include "gui/report_commands.h"
 #include "gui/report_preview.h"
 #include "gui/temp_file_dialog.h"
 #include "gui/window_placement.h"
+#include "library/equivalent_length.h"
+#include "library/material_tables.h"
+#include "reports/dxf_graph.h"
 
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFileDialog>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QMimeData>
-#include <QShortcut>
 #include <QStatusBar>
 #include <QStyle>
 #include <QTimer>
@@ -42,14 +49,6 @@ namespace {
 
 // A tick of the auto-save timer counts as a minute.
 constexpr int MinuteMilliseconds = 60000;
-
-QString Text(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-std::string Utf8(const QString& text) {
-    return text.toUtf8().toStdString();
-}
 
 QIcon IconOf(std::string_view key, const QStyle& style) {
     if (key == "ToolNew") {
@@ -115,34 +114,27 @@ MainFrame::MainFrame(FrameSetup setup, QWidget* parent)
     setAcceptDrops(true);
     resize(1100, 760);
     BuildMenus();
-    auto* fieldHelp = new QShortcut(QKeySequence(Qt::Key_F1), this);
-    fieldHelp->setContext(Qt::ApplicationShortcut);
-    connect(fieldHelp, &QShortcut::activated, this, &MainFrame::ShowFocusedFieldHelp);
-    // The calculator buttons of the help windows: the calculator's value is the pick.
-    help_->SetCalculatorOpener([this](HelpCalculator calculator,
-                                      const HelpRequest& request) -> std::optional<std::string> {
-        const QString text = QString::fromLatin1(request.FieldText.c_str());
-        std::optional<QString> value;
-        if (calculator == HelpCalculator::SprinklerKFactor) {
-            value = OpenKFactorCalculator(Calculators(), text, this);
-        } else if (calculator == HelpCalculator::BranchLine) {
-            value = OpenBranchLineCalculator(Calculators(), text, this);
-        } else {
-            value = OpenAdditionalFittingCalculator(Calculators(), 0, this);
-        }
-        return value ? std::optional(value->toLatin1().toStdString()) : std::nullopt;
-    });
+    // F1 on a field that names its help key; a screen with a help of its own gets the key.
+    qApp->installEventFilter(this);
     RestoreToolbarLayout();
     RestorePlacement(*this, settings_, sections::MDIForm);
     connect(area_, &QMdiArea::subWindowActivated, this, [this](QMdiSubWindow* window) {
         if (window != nullptr && window == calculationWindow_.data()) {
             Calculation()->RefreshInflowNodes();
         }
+        // The pipe screen's commands (add, delete, sort) change the nodes under the lines.
+        if (window != nullptr && window == nodalEditorWindow_.data() && !running_) {
+            NodalEditor()->Reload();
+        }
     });
     autoSave_->setInterval(MinuteMilliseconds);
     connect(autoSave_, &QTimer::timeout, this, &MainFrame::AutoSaveTimerTick);
     autoSave_->start();
     statusBar()->showMessage(QString());
+    // The calculator buttons of the help windows: the calculator's value is the pick.
+    help_->SetCalculatorOpener([this](HelpCalculator calculator, const HelpRequest& request) {
+        return OpenCalculator(calculator, request);
+    });
     SetUpReports();
     ProjectStateChanged();
 }
@@ -330,12 +322,87 @@ void MainFrame::Dispatch(const QString& key) {
         ShowNodalEditor();
     } else if (key == "ToolUnits") {
         OpenDataUnits();
+    } else if (key == "ToolOpenDosQUENCHProject") {
+        interchange_.OpenDosProject();
+    } else if (key == "ToolSaveAsDosQUENCHProject") {
+        interchange_.SaveAsDosProject();
+    } else if (key == "ToolOpenAutocadDatafile") {
+        interchange_.OpenCadDataFile();
+    } else if (key == "ToolReadFromDWG") {
+        interchange_.ReadFromDrawing();
+    } else if (key == "CalculatedSizestoDWG") {
+        interchange_.SizesToDrawing();
     } else if (key == "ToolSprinklerCalculator") {
         OpenKFactorCalculator(Calculators(), {}, this);
     } else if (key == "ToolBranchLineCalculator") {
         OpenBranchLineCalculator(Calculators(), {}, this);
+    } else if (key == "ToolDXF_Graph") {
+        SaveDxfGraph();
     } else if (ReportCommands::IsReportCommand(key)) {
         reports_->Dispatch(key);
+    }
+}
+
+// A calculator opened from a help window: its value goes back as the window's pick.
+std::optional<std::string> MainFrame::OpenCalculator(HelpCalculator calculator,
+                                                     const HelpRequest& request) {
+    const QString fieldText = QString::fromStdString(request.FieldText);
+    std::optional<QString> value;
+    switch (calculator) {
+    case HelpCalculator::SprinklerKFactor:
+        value = OpenKFactorCalculator(Calculators(), fieldText, this);
+        break;
+    case HelpCalculator::BranchLine:
+        value = OpenBranchLineCalculator(Calculators(), fieldText, this);
+        break;
+    case HelpCalculator::AdditionalFitting:
+        value = OpenAdditionalFittingCalculator(Calculators(),
+                                                InnerDiameterOfRow(request.OriginRow), this);
+        break;
+    }
+    if (!value) {
+        return std::nullopt;
+    }
+    return value->toStdString();
+}
+
+// The inside diameter of a pipe row's size, 0 for a row left to autosizing or out of range.
+double MainFrame::InnerDiameterOfRow(int row) const {
+    if (row < 1 || row >= static_cast<int>(project_.PipeRecord.size())) {
+        return 0;
+    }
+    const PipeRecord& pipe = project_.PipeRecord[static_cast<std::size_t>(row)];
+    if (pipe.Diameter <= 0 || !IsLibraryMaterial(pipe.Material)) {
+        return 0;
+    }
+    const Single nominal = LookupNominal(pipe.Diameter, project_.UnitSystem);
+    const PipeDiameterRecord* size = FindDiameter(library_, pipe.Material, nominal);
+    return size == nullptr ? 0 : size->Inner;
+}
+
+// The graph of the last results as a drawing; a metric project gets its message before any
+// file dialog.
+void MainFrame::SaveDxfGraph() {
+    if (project_.UnitSystem == 1) {
+        WriteDxfGraph(project_, {}, dialogs_);
+        return;
+    }
+    const FileDialogRequest request{
+        "Save as Autocad DXF File...", "Autocad DXF File (*.dxf)", "*.dxf", "dxf", {}};
+    const auto file = choices_.ChooseSaveFile(request, this);
+    if (!file) {
+        return;
+    }
+    std::string error;
+    switch (WriteDxfGraph(project_, *file, dialogs_, &error)) {
+    case DxfGraphOutcome::ImpossibleTest:
+        dialogs_.ShowMessage(MessageStyle::Information, "", DxfImpossibleTestMessage);
+        break;
+    case DxfGraphOutcome::WriteFailed:
+        dialogs_.ShowMessage(MessageStyle::Critical, request.Title, error);
+        break;
+    default:
+        break;
     }
 }
 
@@ -453,12 +520,27 @@ void MainFrame::ShowPipeData() {
     auto* screen =
         new PipeDataWindow(project_, library_, dialogs_, settings_, Units(), decimalCharacter_);
     screen->UseHelp(*help_, screens_);
+    // The words of the other screens: the discharge word, a default or a node line changed.
+    screens_.Register(PipeDataScreen, [screen](std::string_view word) {
+        if (word == UpdateLabelsWord || word == NodeDataChangedWord) {
+            screen->Reload();
+        } else {
+            screen->Dispatch(word);
+        }
+    });
+    connect(screen, &PipeDataWindow::InputEdited, this, [this] {
+        // Not while the node editor is the screen in use: its own edit is what the pipe
+        // screen shows.
+        NodeEditorWindow* nodes = NodalEditor();
+        if (nodes != nullptr && area_->activeSubWindow() != nodalEditorWindow_.data()) {
+            nodes->Reload();
+        }
+    });
     pipeDataWindow_ = AddScreen(screen, QSize(1100, 560), sections::EnterEditPipeData);
     connect(screen, &PipeDataWindow::StatusTextWanted, this,
             [this](const QString& text) { statusBar()->showMessage(text); });
-    // The device dialog is opened by the frame once it has one.
     connect(screen, &PipeDataWindow::DeviceDialogWanted, this,
-            [this] { statusBar()->showMessage(tr("The device dialog is not available yet.")); });
+            [this] { OpenDeviceDialog(project_, this); });
     pipeDataWindow_->show();
 }
 
@@ -536,6 +618,12 @@ void MainFrame::ShowNodalEditor() {
 }
 
 bool MainFrame::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_F1 &&
+        watched == QApplication::focusWidget() &&
+        !watched->property("CurrentHelpKey").toString().isEmpty()) {
+        ShowFocusedFieldHelp();
+        return true;
+    }
     if (event->type() == QEvent::Close && watched == pipeDataWindow_.data()) {
         PipeData()->WriteBack();
         PipeData()->Rules().CheckInflowOnLeaving();

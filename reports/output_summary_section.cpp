@@ -22,7 +22,7 @@ struct Row {
 };
 
 TableRow Cells(const Row& row) {
-    return {row.Label, Format(row.Value, row.Picture), row.Unit};
+    return {row.Label, Cell(row.Value, row.Picture), row.Unit};
 }
 
 void Rows(ReportDocument& document, std::string_view format, const std::vector<Row>& rows) {

@@ -59,9 +59,9 @@ void PumpInputSection(ReportDocument& document) {
             continue;
         }
         const std::string number = std::to_string(point + 1);
-        rows.push_back({"Flow (" + flowUnit + ") " + number + ":", Format(flow, "Fixed"),
+        rows.push_back({"Flow (" + flowUnit + ") " + number + ":", Cell(flow, "Fixed"),
                         "Pressure (" + pressureUnit + ") " + number + ":",
-                        Format(pressure, "Fixed")});
+                        Cell(pressure, "Fixed")});
     }
     document.Rows(Points, rows);
 }

@@ -15,6 +15,15 @@ constexpr int TitlePadding = 60; // twips above and below a title's text on its 
 
 } // namespace
 
+std::string Cell(double value, std::string_view picture) {
+    std::string text = Format(value, picture);
+    if (!text.empty() && text.front() == '-' &&
+        text.find_first_not_of("0.,", 1) == std::string::npos) {
+        text.erase(0, 1);
+    }
+    return text;
+}
+
 ReportDocument::ReportDocument(ReportCanvas& canvas, const ReportOptions& options,
                                const ReportFrame& frame, const Project& project,
                                MeasureSystem system)

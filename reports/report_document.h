@@ -91,9 +91,8 @@ private:
     void UseBody();
 };
 
-// A number through a picture, as every cell of the reports is written.
-inline std::string Cell(double value, std::string_view picture) {
-    return Format(value, picture);
-}
+// A number through a picture, as every cell of the reports is written. A value that rounds to
+// zero prints without a sign: "-0.00000" would tell a direction that the figure does not have.
+std::string Cell(double value, std::string_view picture);
 
 } // namespace quench

@@ -134,6 +134,10 @@ TEST_F(GeneralDataTest, DensityIsOneValueWithTheCalculationScreen) {
     GeneralDataEditor& screen = Screen();
     const GeneralDataEditor::EditOutcome outcome = screen.Edit(MinimumDesiredDensity, "0.15");
     EXPECT_TRUE(outcome.DensityChanged);
+    EXPECT_FALSE(outcome.PipeScreenChanged);
+    EXPECT_TRUE(screen.Edit(MaximumAreaPerSprinkler, "120").PipeScreenChanged);
+    EXPECT_TRUE(screen.Edit(DefaultKFactor, "5.6").PipeScreenChanged);
+    EXPECT_FALSE(screen.Edit(DefaultKFactor, "5.6").DensityChanged);
     EXPECT_FLOAT_EQ(project_.SystemData.MinimumDesiredDensity, 0.15f);
     EXPECT_FLOAT_EQ(project_.CalculationData.DesignDensity, 0.15f);
 }

@@ -150,7 +150,7 @@ TEST_F(GeneralDataWindowTest, FOneOpensTheHelpOfTheFieldAndItsPickReturnsThere) 
     calculation->Tabs()->setCurrentIndex(1);
     bound->setFocus();
     ASSERT_EQ(QApplication::focusWidget(), bound);
-    Frame().ShowFocusedFieldHelp();
+    QTest::keyClick(bound, Qt::Key_F1);
     auto* list = qobject_cast<gui::HelpListWindow*>(Frame().Help().Current());
     ASSERT_NE(list, nullptr);
     EXPECT_EQ(list->lblHelpTitle()->text(), "Available Diameters");

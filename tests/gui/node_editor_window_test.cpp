@@ -1,11 +1,13 @@
 #include "gui/help_window.h"
 #include "gui/node_editor_window.h"
+#include "gui/pipe_data_window.h"
 #include "tests/gui/desktop_fixture.h"
 
 #include <QAction>
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QTableView>
 #include <QTest>
 #include <QTreeWidget>
 
@@ -42,6 +44,7 @@ protected:
     void Type(int row, NodeField field, const QString& keys) {
         gui::NodeLineField* widget = Window()->Field(row, field);
         widget->setFocus();
+        QApplication::processEvents(); // the window takes the focus before the keys
         widget->selectAll();
         QTest::keyClicks(widget, keys);
     }
@@ -104,6 +107,28 @@ TEST_F(NodeEditorWindowTest, VisibleRowsComeAndGoWithoutTouchingTheData) {
     // The count is kept for the next time the screen opens.
     IniFileHandler settings(scratch_ / "QUENCH.ini");
     EXPECT_EQ(settings.MyGetAppProfileInteger("Miscellaneous", "NumberOfNodeRows", 0), 5);
+}
+
+TEST_F(NodeEditorWindowTest, ThePipeScreenAndTheNodeEditorShowTheSameData) {
+    Frame().Dispatch("ToolEnterEditPipeData");
+    gui::PipeDataWindow* pipes = Frame().PipeData();
+    ASSERT_NE(pipes, nullptr);
+    Frame().Dispatch("ToolNodalEditor");
+    const auto cell = [pipes](int row, PipeColumn column) {
+        return pipes->Table()->model()->index(row - 1, IndexOf(column)).data().toString();
+    };
+    // Node 30 is the ending node of row 2 and the beginning node of row 3.
+    Type(1, NodeField::Elevation, "7.5");
+    EXPECT_EQ(Window()->Field(1, NodeField::Elevation)->text(), "7.5");
+    EXPECT_FLOAT_EQ(Model().PipeRecord[2].ElevationE, 7.5f);
+    EXPECT_EQ(cell(2, PipeColumn::ElevationE), "7.5");
+    EXPECT_EQ(cell(3, PipeColumn::ElevationB), "7.5");
+
+    // An edit on the pipe screen shows on the node editor's line of the node.
+    Frame().Dispatch("ToolEnterEditPipeData");
+    pipes->Rules().Enter(4, PipeColumn::ElevationE, "3");
+    emit pipes->InputEdited();
+    EXPECT_EQ(Window()->Field(3, NodeField::Elevation)->text(), "3.0");
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 
 #include "core/project_file.h"
 #include "core/text.h"
+#include "reports/report_document.h"
 #include "tests/reports/report_projects.h"
 
 #include <cmath>
@@ -14,6 +15,16 @@ namespace quench {
 namespace {
 
 using namespace quench::testing;
+
+// A stored value as a report prints it: through its picture, and a value that rounds to zero
+// without a sign.
+std::string Printed(double value, const char* picture) {
+    std::string text = Format(value, picture);
+    if (text.rfind('-', 0) == 0 && text.find_first_not_of("0.", 1) == std::string::npos) {
+        text.erase(0, 1);
+    }
+    return text;
+}
 
 struct Shown {
     MeasureSystem System;
@@ -48,7 +59,7 @@ std::vector<std::string> PipeOutputLines(const Project& project, Shown shown) {
             continue;
         }
         const auto f = [&](UnitKind kind, double value, const char* picture) {
-            return Format(shown(kind, value), picture);
+            return Printed(shown(kind, value), picture);
         };
         lines.push_back(
             Joined({Format(r.BegNode, "##0"), f(UnitKind::K_Factor, r.KFactorB, "##0.00"),
@@ -104,10 +115,10 @@ std::vector<std::string> SummaryLines(const Project& project, Shown shown) {
     const std::string pressure = shown.System == MeasureSystem::SI ? "kPa" : "psi";
     const std::string flow = shown.System == MeasureSystem::SI ? "Lpm" : "gpm";
     const auto p = [&](double value, const char* picture) {
-        return Format(shown(UnitKind::Pressure_Drop, value), picture);
+        return Printed(shown(UnitKind::Pressure_Drop, value), picture);
     };
     const auto q = [&](double value, const char* picture) {
-        return Format(shown(UnitKind::Volumetric_Flow, value), picture);
+        return Printed(shown(UnitKind::Volumetric_Flow, value), picture);
     };
     return {Joined({"HMD Sprinkler Node Number:", Format(d.HMDNodeNumber, "##0"), ""}),
             Joined({"HMD Actual Residual Pressure:", p(d.HMDActualResidualPressure, "##0.00"),
@@ -181,6 +192,20 @@ TEST(ReportNumbers, SummaryFiguresOfADrySystemAndTheWaterVolume) {
     }
     ExpectInOrder(rendered->Text,
                   {Joined({"Pipe System Water Volume:", Format(volume, "##0.00"), "gal"})});
+}
+
+} // namespace
+} // namespace quench
+
+namespace quench {
+namespace {
+
+TEST(ReportNumbers, AValueThatRoundsToZeroPrintsWithoutASign) {
+    EXPECT_EQ(Cell(-0.000001, "##0.00000"), "0.00000");
+    EXPECT_EQ(Cell(-0.004, "##0.00"), "0.00");
+    EXPECT_EQ(Cell(-0.005, "##0.00"), "-0.01");
+    EXPECT_EQ(Cell(-1234.5, "##0.0"), "-1234.5");
+    EXPECT_EQ(Cell(0, "##0"), "0");
 }
 
 } // namespace
