@@ -95,6 +95,8 @@ TEST_F(CalculationWindowTest, CalculatesAndShowsTheResults) {
 
     // The hand method: the last sprinkler at 10 psi, the supply's flow through all four.
     EXPECT_EQ(window.ResultLabel("lblNumberOfUniquePipeSections")->text(), "4");
+    EXPECT_TRUE(
+        window.ResultLabel("lblIndependentCheck")->text().startsWith("Independent check: passed"));
     EXPECT_EQ(window.ResultLabel("lblNumberOfFlowingSprinklers")->text(), "4");
     EXPECT_EQ(window.ResultLabel("lblHMDSprinklerNodeNumber")->text(), "50");
     EXPECT_NEAR(Result("txtHMDActualResidualPressure"), BranchLine::LastPressure, 0.005);
