@@ -1,6 +1,5 @@
 #include "calc/results_screen.h"
 
-#include "calc/independent_check.h"
 #include "core/formats.h"
 #include "core/text.h"
 
@@ -34,9 +33,6 @@ ResultsScreen ResultsToScreen(const Project& project) {
                              : "Demand Resid Press At Sys Inflow Node:";
     screen.txtMinReqdResidPressAtSysInflowNode = Format(data.InflowResidualPressure, Figure);
     screen.txtDemandFlowAtSystemInflowNode = Format(data.InflowFlow, Figure);
-    if (data.NumberOfUniquePipeSections > 0) {
-        screen.lblIndependentCheck = CheckVerdictText(CheckPostedResults(project));
-    }
     return screen;
 }
 

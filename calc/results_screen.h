@@ -22,7 +22,7 @@ struct ResultsScreen {
     std::string lblMinReqdResidPressAtSysInflowNodeLabel;
     std::string txtMinReqdResidPressAtSysInflowNode;
     std::string txtDemandFlowAtSystemInflowNode;
-    std::string lblIndependentCheck; // the verdict of the second solver on the posted result
+    std::string lblIndependentCheck; // the second solver's verdict, filled when the tab is shown
 };
 
 // The headings of the results grid, in column order.

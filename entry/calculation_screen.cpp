@@ -1,5 +1,6 @@
 #include "entry/calculation_screen.h"
 
+#include "calc/independent_check.h"
 #include "core/formats.h"
 #include "core/text.h"
 
@@ -510,6 +511,10 @@ CalculationScreen CalculationDataScreen::RunRecord() const {
 
 ResultsScreen CalculationDataScreen::Results() const {
     ResultsScreen results = ResultsToScreen(project_);
+    // Taken when the tab is shown, so that a run does not pay for it.
+    if (project_.CalculationData.NumberOfUniquePipeSections > 0) {
+        results.lblIndependentCheck = CheckVerdictText(CheckPostedResults(project_));
+    }
     if (system_ == MeasureSystem::US) {
         return results;
     }

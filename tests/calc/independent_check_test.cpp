@@ -4,7 +4,6 @@
 
 #include "calc/gradient_solver.h"
 #include "calc/independent_check.h"
-#include "calc/results_screen.h"
 #include "tests/support/network_builder.h"
 #include "tests/support/network_shapes.h"
 
@@ -62,7 +61,7 @@ TEST(IndependentCheck, PassesOnCalculatedNetworksOfBothModes) {
         network.SupplyMode(55);
     });
     ExpectPasses(*meshed, "Supply meshed grid");
-    EXPECT_EQ(ResultsToScreen(*meshed).lblIndependentCheck.rfind("Independent check: passed", 0),
+    EXPECT_EQ(CheckVerdictText(CheckPostedResults(*meshed)).rfind("Independent check: passed", 0),
               0u);
     const auto demandTree = Calculated([](NetworkBuilder& network) {
         BuildTree(network, 3, 4);
@@ -115,8 +114,8 @@ TEST(IndependentCheck, FailsOnAlteredResultsAndNamesWhatWasAltered) {
     EXPECT_NEAR(byPressure.MaxPressureDifference, 1, 0.01);
     EXPECT_NE(CheckVerdictText(byPressure).find("node " + std::to_string(number)),
               std::string::npos);
-    EXPECT_NE(ResultsToScreen(pressure).lblIndependentCheck.find("failed"), std::string::npos);
-    EXPECT_EQ(ResultsToScreen(Project{}).lblIndependentCheck, ""); // no run, no verdict
+    EXPECT_NE(CheckVerdictText(byPressure).find("failed"), std::string::npos);
+    EXPECT_FALSE(CheckPostedResults(Project{}).Solved); // no run, nothing to solve
 
     // A pipe flow moved by 1 gpm: named by its two nodes, and the nodes at its ends unbalanced.
     Project flow = *grid;
