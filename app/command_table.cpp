@@ -50,8 +50,8 @@ constexpr std::array Table{
     CommandEntry{"ToolDXF_Graph"sv, Menu::Reports, "Save Graph as AutoCAD D&XF File..."sv, !Toolbar,
                  !Exists},
 
-    CommandEntry{"ToolPipeDB"sv, Menu::Libraries, "&Pipe Materials Library"sv, Toolbar, !Exists},
-    CommandEntry{"ToolPumpDB"sv, Menu::Libraries, "&Fire Pump Database"sv, Toolbar, !Exists},
+    CommandEntry{"ToolPipeDB"sv, Menu::Libraries, "&Pipe Materials Library"sv, Toolbar, Exists},
+    CommandEntry{"ToolPumpDB"sv, Menu::Libraries, "&Fire Pump Database"sv, Toolbar, Exists},
 
     CommandEntry{"ToolUnits"sv, Menu::Tools, "Data &Units..."sv, Toolbar, Exists},
     CommandEntry{"ToolOptions"sv, Menu::Tools, "&Options..."sv, !Toolbar, !Exists},

@@ -123,6 +123,8 @@ private:
     QMdiSubWindow* AddScreen(QWidget* screen, QSize size, std::string_view section);
     void SetUpReports();
     void OpenDataUnits();
+    void OpenPipeLibrary();
+    void OpenFirePump();
     void ArrangeWindows(const QString& key);
     void SetRunning(bool running);
     void RestoreToolbarLayout();

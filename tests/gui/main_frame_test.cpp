@@ -36,7 +36,7 @@ TEST(MainFrame, StartsWithTheCommandsOfTheTable) {
     EXPECT_EQ(frame.windowTitle(), "Quench");
     // Menus whose screens are not built yet stay out.
     EXPECT_EQ(MenuTitles(frame),
-              (QStringList{"&File", "&Project", "&Reports", "&Tools", "&Window"}));
+              (QStringList{"&File", "&Project", "&Reports", "&Libraries", "&Tools", "&Window"}));
     EXPECT_NE(frame.Action("WindowTileVertical"), nullptr);
     EXPECT_EQ(frame.Action("ToolDXF_Graph"), nullptr);
     EXPECT_FALSE(frame.Action("ToolPreview")->isEnabled());
