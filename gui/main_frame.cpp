@@ -20,6 +20,7 @@
 #include "gui/node_editor_window.h"
 #include "gui/pipe_data_window.h"
 #include "gui/pipe_library_window.h"
+#include "gui/program_dialogs.h"
 #include "gui/report_commands.h"
 #include "gui/report_preview.h"
 #include "gui/temp_file_dialog.h"
@@ -342,6 +343,13 @@ void MainFrame::Dispatch(const QString& key) {
         OpenPipeLibrary();
     } else if (key == "ToolPumpDB") {
         OpenFirePump();
+    } else if (key == "ToolOptions") {
+        OpenBox(new OptionsDialog(settings_, dialogs_, decimalCharacter_, this));
+    } else if (key == "ToolTipOfTheDay") {
+        OpenBox(new TipOfTheDayDialog(library_.File.parent_path() / std::string(TipsFileName),
+                                      settings_, this));
+    } else if (key == "ToolAboutQUENCH") {
+        ShowAbout(this);
     } else if (key == "ToolSprinklerCalculator") {
         OpenKFactorCalculator(Calculators(), {}, this);
     } else if (key == "ToolBranchLineCalculator") {
@@ -592,6 +600,11 @@ bool MainFrame::eventFilter(QObject* watched, QEvent* event) {
 void MainFrame::SetRunning(bool running) {
     running_ = running;
     UpdateCommands();
+}
+
+void MainFrame::OpenBox(QDialog* box) {
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->open();
 }
 
 void MainFrame::OpenPipeLibrary() {

@@ -22,6 +22,7 @@
 #include <QPointer>
 
 class QAction;
+class QDialog;
 class QMdiArea;
 class QMdiSubWindow;
 class QMenu;
@@ -124,6 +125,7 @@ private:
     void SetUpReports();
     void OpenDataUnits();
     void OpenPipeLibrary();
+    void OpenBox(QDialog* box);
     void OpenFirePump();
     void ArrangeWindows(const QString& key);
     void SetRunning(bool running);
