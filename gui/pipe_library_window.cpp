@@ -82,6 +82,15 @@ double Shown(std::optional<UnitKind> kind, double stored, MeasureSystem system) 
     return kind ? ShownValue(*kind, stored, system) : stored;
 }
 
+// A whole number shows without its decimal point ("12", not "12.").
+QString Shown(const std::string& formatted) {
+    QString text = Text(formatted);
+    if (text.endsWith('.')) {
+        text.chop(1);
+    }
+    return text;
+}
+
 QString DiameterText(Single nominal, MeasureSystem system) {
     return Text(Format(ShownValue(UnitKind::Fine_Length, nominal, system), "##0.0##"));
 }
@@ -125,7 +134,9 @@ void PipeLibraryWindow::BuildLayout() {
                                                   "Material cost", "Labour", "Weight"};
     for (int index = 0; index < 5; ++index) {
         fields_[index] = new QLineEdit;
-        pipe->addWidget(new QLabel(pipeNames[index]), 0, index);
+        labels_[index] = new QLabel(pipeNames[index]);
+        labels_[index]->setProperty("Caption", pipeNames[index]);
+        pipe->addWidget(labels_[index], 0, index);
         pipe->addWidget(fields_[index], 1, index);
     }
     auto* fittings = new QGridLayout;
@@ -133,7 +144,9 @@ void PipeLibraryWindow::BuildLayout() {
         fittings->addWidget(new QLabel(FittingNames[fitting]), 0, fitting + 1, Qt::AlignCenter);
     }
     for (int row = 0; row < 4; ++row) {
-        fittings->addWidget(new QLabel(FittingRowNames[row]), row + 1, 0);
+        labels_[5 + row] = new QLabel(FittingRowNames[row]);
+        labels_[5 + row]->setProperty("Caption", FittingRowNames[row]);
+        fittings->addWidget(labels_[5 + row], row + 1, 0);
         for (int fitting = 0; fitting < LibraryFittingKinds; ++fitting) {
             fittings_[row][fitting] = new QLineEdit;
             fittings_[row][fitting]->setMinimumWidth(60);
@@ -225,8 +238,26 @@ void PipeLibraryWindow::Show() {
         diameters_->addItem(DiameterText(material.Diameters.at(slot).Nominal, system_));
     }
     diameters_->setCurrentIndex(editor_.DiameterSlot());
+    ShowUnitWords();
     ShowDiameter();
     showing_ = false;
+}
+
+void PipeLibraryWindow::ShowUnitWords() {
+    const std::array<std::string, 9> words = {
+        std::string(UnitWord(UnitKind::Fine_Length, system_)),
+        std::string(UnitWord(UnitKind::Fine_Length, system_)),
+        "$/" + std::string(UnitWord(UnitKind::Length, system_)),
+        "h/" + std::string(UnitWord(UnitKind::Length, system_)),
+        std::string(UnitWord(UnitKind::Mass_Rate, system_)),
+        std::string(UnitWord(UnitKind::Length, system_)),
+        "$",
+        "h",
+        std::string(UnitWord(UnitKind::Mass, system_))};
+    for (std::size_t index = 0; index < words.size(); ++index) {
+        labels_[index]->setText(QString("%1 (%2)").arg(
+            labels_[index]->property("Caption").toString(), Text(words[index])));
+    }
 }
 
 void PipeLibraryWindow::ShowDiameter() {
@@ -236,7 +267,7 @@ void PipeLibraryWindow::ShowDiameter() {
         QLineEdit* field = DiameterField(index);
         field->setEnabled(shown != nullptr);
         const double value = Shown(FieldKind(index), FieldValue(record, index), system_);
-        field->setText(Text(Format(value, index < 2 ? "##0.0##" : "##0.###")));
+        field->setText(Shown(Format(value, index < 2 ? "##0.0##" : "##0.###")));
         field->setModified(false);
     }
 }

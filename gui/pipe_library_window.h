@@ -15,6 +15,7 @@
 #include <QDialog>
 
 class QComboBox;
+class QLabel;
 class QLineEdit;
 class QPushButton;
 
@@ -62,6 +63,7 @@ private:
     void Show();
     void ShowMaterialList();
     void ShowDiameter();
+    void ShowUnitWords();
     void MaterialChosen(int index);
     void DiameterChosen(int index);
     void NameEdited();
@@ -81,6 +83,7 @@ private:
     QComboBox* units_;
     QComboBox* copySource_;
     std::array<QLineEdit*, 5> fields_{};
+    std::array<QLabel*, 9> labels_{}; // the five of the pipe, the four rows of the fittings
     std::array<std::array<QLineEdit*, LibraryFittingKinds>, 4> fittings_{};
 };
 

@@ -19,7 +19,11 @@ constexpr double LargestValue = 1e15;
 QString TickText(double value) {
     const std::string text =
         std::abs(value) >= 1e7 ? Format(value, "Scientific") : Format(value, "###,##0.#");
-    return QString::fromStdString(text);
+    QString shown = QString::fromStdString(text);
+    if (shown.endsWith('.')) {
+        shown.chop(1); // a whole number shows without its point
+    }
+    return shown;
 }
 
 // A round upper bound for an axis: 1, 2 or 5 times a power of ten.
