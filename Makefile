@@ -45,7 +45,7 @@ coverage: deps
 	$(COVERAGE_BUILD)/bin/solver_tests --gtest_brief=1
 	$(COVERAGE_BUILD)/bin/calc_tests --gtest_brief=1
 	lcov --quiet --capture --directory $(COVERAGE_BUILD) --output-file $(COVERAGE_BUILD)/all.info
-	lcov --quiet --extract $(COVERAGE_BUILD)/all.info '*/solver/*' \
+	lcov --quiet --extract $(COVERAGE_BUILD)/all.info '$(CURDIR)/solver/*' \
 	    --output-file $(COVERAGE_BUILD)/solver.info
 	lcov --list $(COVERAGE_BUILD)/solver.info
 	./scripts/uncovered-lines.sh $(COVERAGE_BUILD)/solver.info

@@ -396,10 +396,13 @@ bool ProjectLifecycle::Save() {
     if (IsUntitled()) {
         return SaveAs();
     }
+    // The working file and its copy over the named file, from one image.
     std::string error;
-    if (!WriteWorkingFile() || !CopyFile(tempFileName_, projectFileName_, &error)) {
+    fs::path failed;
+    if (SaveProject(project_, tempFileName_, projectFileName_, &error, &failed) !=
+        WriteOutcome::Written) {
         if (!error.empty()) {
-            ShowSaveError(projectFileName_, error);
+            ShowSaveError(failed, error);
         }
         return false;
     }

@@ -11,6 +11,8 @@
 #include "solver/hydraulics.h"
 #include "solver/solve_matrix.h"
 
+#include <algorithm>
+#include <chrono>
 #include <memory>
 #include <stdexcept>
 
@@ -120,6 +122,59 @@ BENCHMARK(SupplyGrid)->Apply(Networks);
 BENCHMARK(DemandTree)->Apply(Networks);
 BENCHMARK(DemandGrid)->Apply(Networks);
 BENCHMARK(DemandTreeSized)->Args({200, 2})->Args({1000, 2})->Unit(benchmark::kMillisecond);
+
+// Cancel pressed 20 ms into a run of a 1000-pipe grid at damping 65/60: the time from the press
+// back to the caller, and the longest gap between two turns of the event loop.
+class CancelAfter final : public Progress {
+public:
+    using Clock = std::chrono::steady_clock;
+    explicit CancelAfter(Clock::duration delay) : press_(Clock::now() + delay) {}
+
+    bool Yield() override {
+        const auto now = Clock::now();
+        if (last_ != Clock::time_point{}) {
+            longestGap = std::max(longestGap, now - last_);
+        }
+        last_ = now;
+        if (now >= press_ && answered == Clock::time_point{}) {
+            answered = now;
+        }
+        return now >= press_;
+    }
+
+    Clock::time_point Press() const { return press_; }
+    Clock::time_point answered{};
+    Clock::duration longestGap{};
+
+private:
+    Clock::time_point press_;
+    Clock::time_point last_{};
+};
+
+void CancelResponse(benchmark::State& state) {
+    const auto project =
+        ProjectFor(state.range(0) != 0 ? Mode::Demand : Mode::Supply, Shape::Grid, 1000, 65, true);
+    double response = 0;
+    double gap = 0;
+    for (auto _ : state) {
+        QuietDialogs dialogs;
+        CancelAfter progress(std::chrono::milliseconds(20));
+        NoScreens screens;
+        Calculation calculation(*project, Library(), dialogs, progress, screens);
+        calculation.Calculate(CalculationScreenFromProject(*project));
+        const auto back = CancelAfter::Clock::now();
+        if (progress.answered == CancelAfter::Clock::time_point{}) {
+            state.SkipWithError("the run ended before Cancel was pressed");
+            return;
+        }
+        response = std::max(
+            response, std::chrono::duration<double, std::milli>(back - progress.Press()).count());
+        gap = std::max(gap, std::chrono::duration<double, std::milli>(progress.longestGap).count());
+    }
+    state.counters["response_ms"] = response;
+    state.counters["longest_gap_ms"] = gap;
+}
+BENCHMARK(CancelResponse)->ArgName("demand")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 
 // One Newton step (matrix, elimination, damped correction, flows) on a solved network, with its
 // nodes numbered along the lines (0) or shuffled (1).

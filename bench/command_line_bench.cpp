@@ -5,6 +5,7 @@
 #include "bench/network_generator.h"
 #include "core/project_file.h"
 
+#include <cstdlib>
 #include <filesystem>
 #include <memory>
 #include <spawn.h>
@@ -20,9 +21,14 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// The projects go to QUENCH_BENCH_PROJECTS when it is set, and stay there (the regression
+// check of bench/compare_results.sh calculates them with two builds); else to a scratch folder.
 fs::path ScratchDirectory() {
+    const char* kept = std::getenv("QUENCH_BENCH_PROJECTS");
     const fs::path directory =
-        fs::temp_directory_path() / ("quench-bench-calc-" + std::to_string(::getpid()));
+        kept != nullptr
+            ? fs::path(kept)
+            : fs::temp_directory_path() / ("quench-bench-calc-" + std::to_string(::getpid()));
     fs::create_directories(directory);
     return directory;
 }
@@ -74,7 +80,10 @@ void QuenchCalc(benchmark::State& state, bool demand) {
         }
     }
     std::error_code ignored;
-    fs::remove_all(source.parent_path(), ignored);
+    fs::remove(work, ignored);
+    if (std::getenv("QUENCH_BENCH_PROJECTS") == nullptr) {
+        fs::remove_all(source.parent_path(), ignored);
+    }
 }
 
 void SupplyGridProcess(benchmark::State& state) {

@@ -70,7 +70,22 @@ void WriteFullProjectFile(benchmark::State& state) {
     }
     std::filesystem::remove(file);
 }
-BENCHMARK(WriteFullProjectFile)->Unit(benchmark::kMillisecond);
+BENCHMARK(WriteFullProjectFile)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+// Save as the desktop does it: the working file and the named file from one image, the named
+// file synced with its folder.
+void SaveFullProject(benchmark::State& state) {
+    const auto project = FullProject();
+    const auto named = BenchFile();
+    auto working = named;
+    working.replace_extension(".tmp");
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(quench::SaveProject(*project, working, named));
+    }
+    std::filesystem::remove(named);
+    std::filesystem::remove(working);
+}
+BENCHMARK(SaveFullProject)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 void ReadFullProjectFile(benchmark::State& state) {
     const auto file = BenchFile();

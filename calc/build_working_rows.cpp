@@ -55,8 +55,8 @@ void CopyRow(const PipeRecord& row, Single defaultKFactor, WorkPipeRecord& work)
 void BuildWorkingRows(Project& project) {
     const Single defaultKFactor = project.SystemData.DefaultKFactor;
     for (int row = 1; row <= MaxPipes; ++row) {
-        const PipeRecord& input = project.PipeRecord[static_cast<std::size_t>(row)];
-        WorkPipeRecord& work = project.WorkPipeRecord[static_cast<std::size_t>(row)];
+        const PipeRecord& input = project.PipeRecord[row];
+        WorkPipeRecord& work = project.WorkPipeRecord[row];
         if (!IsTrue(input.Active)) {
             work.BegNode.clear();
             work.EndNode.clear();

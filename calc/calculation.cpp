@@ -29,10 +29,6 @@ namespace {
 constexpr const char* CalculatingCaption = "Calculating...";
 constexpr const char* PleaseWait = "Please Wait ...";
 
-std::size_t At(int row) {
-    return static_cast<std::size_t>(row);
-}
-
 } // namespace
 
 Calculation::Calculation(Project& project, const PipeLibrary& library, Dialogs& dialogs,
@@ -243,12 +239,11 @@ void Calculation::WriteEstimates() {
     Project& project = context_.Project;
     std::unordered_map<int, double> pressureOf;
     for (int position = 1; position <= project.NumberOfNodes; ++position) {
-        const NodeRecord& node = project.NodeRecord[At(position)];
-        const int number = node.Number == InflowNodeCode ? project.InflowNode : node.Number;
-        pressureOf.emplace(number, node.ResidualPressure);
+        const NodeRecord& node = project.NodeRecord[position];
+        pressureOf.emplace(TypedNodeNumber(project, node.Number), node.ResidualPressure);
     }
     for (int row = 1; row <= MaxPipes; ++row) {
-        PipeRecord& input = project.PipeRecord[At(row)];
+        PipeRecord& input = project.PipeRecord[row];
         if (!HasBothNodes(input)) {
             continue;
         }
@@ -268,12 +263,11 @@ void Calculation::WriteEstimates() {
 void Calculation::WriteAutosizedDiameters() {
     Project& project = context_.Project;
     const auto typed = [&project](const std::string& text) {
-        const double value = ToNumber(Trim(text));
-        return value == InflowNodeCode ? static_cast<double>(project.InflowNode) : value;
+        return ToNumber(TypedNodeText(project, text));
     };
     std::map<std::pair<double, double>, std::vector<int>> rowsOfPair;
     for (int row = 1; row <= MaxPipes; ++row) {
-        const PipeRecord& input = project.PipeRecord[At(row)];
+        const PipeRecord& input = project.PipeRecord[row];
         if (HasBothNodes(input) && !IsTrue(input.DiameterFixed)) {
             const double begin = ToNumber(Trim(input.BegNode));
             const double end = ToNumber(Trim(input.EndNode));
@@ -281,7 +275,7 @@ void Calculation::WriteAutosizedDiameters() {
         }
     }
     for (int pipe = 1; pipe <= project.NumberOfPipes; ++pipe) {
-        const CalcPipeRecord& record = project.CalcPipeRecord[At(pipe)];
+        const CalcPipeRecord& record = project.CalcPipeRecord[pipe];
         if (!IsSizable(record)) {
             continue;
         }
@@ -292,7 +286,7 @@ void Calculation::WriteAutosizedDiameters() {
             continue;
         }
         for (int row : rows->second) {
-            project.PipeRecord[At(row)].Diameter = static_cast<Single>(record.NominalDiameter);
+            project.PipeRecord[row].Diameter = static_cast<Single>(record.NominalDiameter);
             RecalcEquivLength(project, context_.Library, row);
         }
     }

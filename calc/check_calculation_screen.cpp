@@ -41,7 +41,7 @@ bool RefuseOnPipes(RunContext& context, const std::string& text,
 
 bool HasAnyPipe(const Project& project) {
     for (int row = 1; row <= MaxPipes; ++row) {
-        if (HasBothNodes(project.WorkPipeRecord[static_cast<std::size_t>(row)])) {
+        if (HasBothNodes(project.WorkPipeRecord[row])) {
             return true;
         }
     }
@@ -111,8 +111,8 @@ bool CheckSizingLimits(RunContext& context, const CalculationScreen& screen) {
 // A diameter found by an earlier sizing run is forgotten, so that it is sized afresh.
 void ForgetOpenDiameters(Project& project) {
     for (int row = 1; row <= MaxPipes; ++row) {
-        WorkPipeRecord& work = project.WorkPipeRecord[static_cast<std::size_t>(row)];
-        PipeRecord& input = project.PipeRecord[static_cast<std::size_t>(row)];
+        WorkPipeRecord& work = project.WorkPipeRecord[row];
+        PipeRecord& input = project.PipeRecord[row];
         if (HasBothNodes(work) && HasNoGivenDiameter(work) && work.Material <= LibraryMaterials) {
             work.Diameter = 0;
         }
@@ -130,7 +130,7 @@ struct MarkedInflow {
 
 MarkedInflow FindMarkedInflow(const Project& project) {
     for (int row = 1; row <= MaxPipes; ++row) {
-        const WorkPipeRecord& work = project.WorkPipeRecord[static_cast<std::size_t>(row)];
+        const WorkPipeRecord& work = project.WorkPipeRecord[row];
         if (!IsTrue(work.Active)) {
             continue;
         }
@@ -153,7 +153,7 @@ bool CheckInflowNode(RunContext& context) {
     const double value = ToNumber(inflow.Node);
     int rows = 0;
     for (int row = 1; row <= MaxPipes; ++row) {
-        const WorkPipeRecord& work = project.WorkPipeRecord[static_cast<std::size_t>(row)];
+        const WorkPipeRecord& work = project.WorkPipeRecord[row];
         if (HasBothNodes(work) &&
             (ToNumber(work.BegNode) == value || ToNumber(work.EndNode) == value)) {
             ++rows;
@@ -196,7 +196,7 @@ bool CheckCalculationScreen(RunContext& context, const CalculationScreen& screen
 
 bool AnyRowNeedsSizing(const Project& project) {
     for (int row = 1; row <= MaxPipes; ++row) {
-        if (NeedsSizing(project.WorkPipeRecord[static_cast<std::size_t>(row)])) {
+        if (NeedsSizing(project.WorkPipeRecord[row])) {
             return true;
         }
     }

@@ -9,8 +9,8 @@ namespace {
 
 const NodeRecord* NodeByNumber(const Project& project, int number) {
     for (int position = 1; position <= project.NumberOfNodes; ++position) {
-        if (project.NodeRecord[static_cast<std::size_t>(position)].Number == number) {
-            return &project.NodeRecord[static_cast<std::size_t>(position)];
+        if (project.NodeRecord[position].Number == number) {
+            return &project.NodeRecord[position];
         }
     }
     return nullptr;
@@ -29,12 +29,8 @@ std::string DeviceName(const Project& project, int material) {
     }
 }
 
-int Typed(const Project& project, int number) {
-    return number == InflowNodeCode ? project.InflowNode : number;
-}
-
 std::string Shown(const Project& project, int number) {
-    return std::to_string(Typed(project, number));
+    return std::to_string(TypedNodeNumber(project, number));
 }
 
 } // namespace
@@ -51,7 +47,7 @@ void CheckDeviceElevations(RunContext& context, const SolverState& state) {
                                                               Shown(project, device.FromNode),
                                                               Shown(project, device.ToNode));
         context.Stop(Diagnostic(MessageStyle::Plain, "", text)
-                         .OnNode(Typed(project, device.FromNode))
+                         .OnNode(TypedNodeNumber(project, device.FromNode))
                          .Bring(screens::PipeData, screens::Show));
         return;
     }

@@ -15,18 +15,8 @@ namespace quench {
 
 namespace {
 
-std::size_t At(int row) {
-    return static_cast<std::size_t>(row);
-}
-
 double Value(const std::string& text) {
     return ToNumber(Trim(text));
-}
-
-// A node as the user typed it: the supply's internal 10000 as its own number.
-std::string Typed(const Project& project, const std::string& text) {
-    const std::string trimmed = Trim(text);
-    return Value(trimmed) == InflowNodeCode ? std::to_string(project.InflowNode) : trimmed;
 }
 
 bool HasNode(const WorkPipeRecord& row) {
@@ -53,14 +43,14 @@ bool CheckDuplicates(RunContext& context) {
     const Project& project = context.Project;
     std::map<NodePair, std::vector<int>> rowsOfPair;
     for (int row = 1; row <= MaxPipes; ++row) {
-        const WorkPipeRecord& work = project.WorkPipeRecord[At(row)];
+        const WorkPipeRecord& work = project.WorkPipeRecord[row];
         if (HasNode(work)) {
             rowsOfPair[PairOf(work)].push_back(row);
         }
     }
     int blanksInARow = 0;
     for (int row = 1; row <= MaxPipes && blanksInARow < 3; ++row) {
-        const WorkPipeRecord& work = project.WorkPipeRecord[At(row)];
+        const WorkPipeRecord& work = project.WorkPipeRecord[row];
         if (!HasNode(work)) {
             ++blanksInARow;
             continue;
@@ -70,9 +60,9 @@ bool CheckDuplicates(RunContext& context) {
             if (other == row) {
                 continue;
             }
-            const WorkPipeRecord& second = project.WorkPipeRecord[At(other)];
-            const std::string begin = Typed(project, second.BegNode);
-            const std::string end = Typed(project, second.EndNode);
+            const WorkPipeRecord& second = project.WorkPipeRecord[other];
+            const std::string begin = TypedNodeText(project, second.BegNode);
+            const std::string end = TypedNodeText(project, second.EndNode);
             const bool zero =
                 begin.find('0') != std::string::npos || end.find('0') != std::string::npos;
             return Fault(context, messages::DuplicatedPipe(begin, end, zero), other);
@@ -84,7 +74,7 @@ bool CheckDuplicates(RunContext& context) {
 bool CheckRows(RunContext& context) {
     const Project& project = context.Project;
     for (int row = 1; row <= MaxPipes; ++row) {
-        const WorkPipeRecord& work = project.WorkPipeRecord[At(row)];
+        const WorkPipeRecord& work = project.WorkPipeRecord[row];
         if (!HasNode(work)) {
             continue;
         }
@@ -96,22 +86,22 @@ bool CheckRows(RunContext& context) {
     }
     int pipes = 0;
     for (int row = 1; row <= MaxPipes; ++row) {
-        pipes += HasBothNodes(project.WorkPipeRecord[At(row)]) ? 1 : 0;
+        pipes += HasBothNodes(project.WorkPipeRecord[row]) ? 1 : 0;
     }
     if (pipes < 3) {
         return Fault(context, messages::MoreThanTwoPipes);
     }
     for (int row = 1; row <= MaxPipes; ++row) {
-        const WorkPipeRecord& work = project.WorkPipeRecord[At(row)];
+        const WorkPipeRecord& work = project.WorkPipeRecord[row];
         if (HasBothNodes(work) && Value(work.BegNode) == Value(work.EndNode)) {
             return Fault(context,
-                         messages::SameNodes(row, Typed(project, work.BegNode),
-                                             Typed(project, work.EndNode)),
+                         messages::SameNodes(row, TypedNodeText(project, work.BegNode),
+                                             TypedNodeText(project, work.EndNode)),
                          row);
         }
     }
     for (int row = 1; row <= MaxPipes; ++row) {
-        const WorkPipeRecord& work = project.WorkPipeRecord[At(row)];
+        const WorkPipeRecord& work = project.WorkPipeRecord[row];
         if (HasNode(work) && !HasBothNodes(work)) {
             return Fault(context, messages::HalfRow(row), row);
         }
@@ -135,7 +125,7 @@ Reach WalkFromInflow(const Project& project, double inflow) {
     reach.Reached.insert(inflow);
     std::map<double, std::vector<double>> neighbours;
     for (int row = 1; row <= MaxPipes; ++row) {
-        const WorkPipeRecord& work = project.WorkPipeRecord[At(row)];
+        const WorkPipeRecord& work = project.WorkPipeRecord[row];
         if (!Crossable(work)) {
             continue;
         }
@@ -167,14 +157,14 @@ std::string IsolatedNodeText(const Project& project, const Reach& reach) {
     std::map<double, int> rowsAtNode;
     std::map<double, std::string> textOf;
     for (int row = 1; row <= MaxPipes; ++row) {
-        const WorkPipeRecord& work = project.WorkPipeRecord[At(row)];
+        const WorkPipeRecord& work = project.WorkPipeRecord[row];
         if (!Crossable(work)) {
             continue;
         }
         for (const std::string* text : {&work.BegNode, &work.EndNode}) {
             const double value = Value(*text);
             ++rowsAtNode[value];
-            textOf.emplace(value, Typed(project, *text));
+            textOf.emplace(value, TypedNodeText(project, *text));
         }
     }
     std::string lowestUnreached;
@@ -196,12 +186,12 @@ std::string IsolatedNodeText(const Project& project, const Reach& reach) {
 bool HasActiveBlankRow(const Project& project) {
     int last = 0;
     for (int row = 1; row <= MaxPipes; ++row) {
-        if (HasNode(project.WorkPipeRecord[At(row)])) {
+        if (HasNode(project.WorkPipeRecord[row])) {
             last = row;
         }
     }
     for (int row = 1; row <= last; ++row) {
-        const PipeRecord& input = project.PipeRecord[At(row)];
+        const PipeRecord& input = project.PipeRecord[row];
         if (IsBlankRow(input) && IsTrue(input.Active)) {
             return true;
         }
@@ -211,7 +201,7 @@ bool HasActiveBlankRow(const Project& project) {
 
 double MarkedInflowValue(const Project& project) {
     for (int row = 1; row <= MaxPipes; ++row) {
-        const WorkPipeRecord& work = project.WorkPipeRecord[At(row)];
+        const WorkPipeRecord& work = project.WorkPipeRecord[row];
         if (!IsTrue(work.Active)) {
             continue;
         }

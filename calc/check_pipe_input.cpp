@@ -16,10 +16,6 @@ namespace quench {
 
 namespace {
 
-std::size_t At(int row) {
-    return static_cast<std::size_t>(row);
-}
-
 // A fault of the rows: the run stops and the pipe data screen comes forward.
 bool Fault(RunContext& context, const std::string& text, int row = 0) {
     context.Stop(Diagnostic(MessageStyle::Plain, "", text)
@@ -30,12 +26,6 @@ bool Fault(RunContext& context, const std::string& text, int row = 0) {
 
 bool IsPipeRow(const WorkPipeRecord& row) {
     return HasBothNodes(row) && IsTrue(row.Active);
-}
-
-// A node as the user typed it; the supply's internal 10000 as its own number.
-std::string NodeText(const Project& project, const std::string& text) {
-    const std::string trimmed = Trim(text);
-    return ToNumber(trimmed) == InflowNodeCode ? std::to_string(project.InflowNode) : trimmed;
 }
 
 // A diameter as the pipe data screen shows it, with its unit.
@@ -57,13 +47,13 @@ bool CheckRows(RunContext& context) {
     const bool supply = IsSupplyMode(project.CalculationData);
     int index = 0;
     for (int row = 1; row <= MaxPipes; ++row) {
-        const WorkPipeRecord& work = project.WorkPipeRecord[At(row)];
+        const WorkPipeRecord& work = project.WorkPipeRecord[row];
         if (!IsPipeRow(work)) {
             continue;
         }
         ++index;
-        const std::string begin = NodeText(project, work.BegNode);
-        const std::string end = NodeText(project, work.EndNode);
+        const std::string begin = TypedNodeText(project, work.BegNode);
+        const std::string end = TypedNodeText(project, work.EndNode);
         const bool pipe = work.Material <= LibraryMaterials;
         if (pipe && work.Length == 0) {
             return Fault(context, messages::ZeroLength(begin, end, index), row);
@@ -85,7 +75,7 @@ bool CheckRows(RunContext& context) {
         return false;
     }
     for (int row = 1; row <= MaxPipes; ++row) {
-        const WorkPipeRecord& work = project.WorkPipeRecord[At(row)];
+        const WorkPipeRecord& work = project.WorkPipeRecord[row];
         if (!IsPipeRow(work)) {
             continue;
         }
@@ -94,9 +84,9 @@ bool CheckRows(RunContext& context) {
             std::string unit;
             const std::string diameter = DiameterText(project, work.Diameter, unit);
             return Fault(context,
-                         messages::DiameterNotInLibrary(NodeText(project, work.BegNode),
-                                                        NodeText(project, work.EndNode), diameter,
-                                                        unit),
+                         messages::DiameterNotInLibrary(TypedNodeText(project, work.BegNode),
+                                                        TypedNodeText(project, work.EndNode),
+                                                        diameter, unit),
                          row);
         }
         if (work.Material < 1) {
@@ -104,9 +94,10 @@ bool CheckRows(RunContext& context) {
         }
         if (IsLibraryMaterial(work.Material)) {
             const bool toSize = work.Diameter <= 0;
-            const bool noSize = toSize
-                                    ? context.Materials.UsableDiameterCount[At(work.Material)] == 0
-                                    : !HasAnySize(context.Library, work.Material);
+            const bool noSize =
+                toSize ? context.Materials
+                                 .UsableDiameterCount[static_cast<std::size_t>(work.Material)] == 0
+                       : !HasAnySize(context.Library, work.Material);
             if (noSize) {
                 return Fault(context, messages::NoValidDiameters(work.Material), row);
             }
@@ -117,13 +108,13 @@ bool CheckRows(RunContext& context) {
 
 bool NeedsSizing(const Project& project) {
     for (int pipe = 1; pipe <= project.NumberOfPipes; ++pipe) {
-        const CalcPipeRecord& record = project.CalcPipeRecord[At(pipe)];
+        const CalcPipeRecord& record = project.CalcPipeRecord[pipe];
         if (record.Material <= LibraryMaterials && record.NominalDiameter == 0) {
             return true;
         }
     }
     for (int row = 1; row <= MaxPipes; ++row) {
-        const WorkPipeRecord& work = project.WorkPipeRecord[At(row)];
+        const WorkPipeRecord& work = project.WorkPipeRecord[row];
         if (IsPipeRow(work) && HasNoGivenDiameter(work) && work.Material <= LibraryMaterials) {
             return true;
         }
@@ -133,9 +124,10 @@ bool NeedsSizing(const Project& project) {
 
 double LargestSize(const MaterialTables& tables, int material) {
     double largest = 0;
-    for (int k = 0; k < tables.UsableDiameterCount[At(material)]; ++k) {
-        largest =
-            std::max(largest, static_cast<double>(tables.UsableDiameters[At(material)][At(k)]));
+    for (int k = 0; k < tables.UsableDiameterCount[static_cast<std::size_t>(material)]; ++k) {
+        largest = std::max(
+            largest, static_cast<double>(tables.UsableDiameters[static_cast<std::size_t>(material)]
+                                                               [static_cast<std::size_t>(k)]));
     }
     return largest;
 }
@@ -145,13 +137,14 @@ bool CheckSizingBounds(RunContext& context) {
     const Project& project = context.Project;
     const CalculationData& data = project.CalculationData;
     for (int pipe = 1; pipe <= project.NumberOfPipes; ++pipe) {
-        const CalcPipeRecord& record = project.CalcPipeRecord[At(pipe)];
+        const CalcPipeRecord& record = project.CalcPipeRecord[pipe];
         if (!IsLibraryMaterial(record.Material)) {
             continue;
         }
         const double largest = LargestSize(context.Materials, record.Material);
         const int group = record.TypeGroup;
-        if (group >= 1 && group <= 10 && data.TypeGroupMinDiameter[At(group)] > largest) {
+        if (group >= 1 && group <= 10 &&
+            data.TypeGroupMinDiameter[static_cast<std::size_t>(group)] > largest) {
             return Fault(context, messages::GroupedMinimumTooLarge(record.Material));
         }
         if (group == 0 && data.TypeGroupMinDiameter[0] > largest) {
@@ -170,11 +163,11 @@ struct FlowSeen {
 bool CheckNegatives(RunContext& context, FlowSeen& seen) {
     const Project& project = context.Project;
     for (int row = 1; row <= MaxPipes; ++row) {
-        const WorkPipeRecord& work = project.WorkPipeRecord[At(row)];
+        const WorkPipeRecord& work = project.WorkPipeRecord[row];
         if (!IsPipeRow(work)) {
             continue;
         }
-        const PipeRecord& input = project.PipeRecord[At(row)];
+        const PipeRecord& input = project.PipeRecord[row];
         const std::string begin = Trim(input.BegNode);
         const std::string end = Trim(input.EndNode);
         if (work.Diameter < 0 && work.Diameter != NotGiven) {

@@ -10,8 +10,7 @@ namespace {
 
 // The value a node text of CalcPipeRecord stands for in the input rows.
 double InputValue(const Project& project, const std::string& text) {
-    const double value = ToNumber(Trim(text));
-    return value == InflowNodeCode ? project.InflowNode : value;
+    return ToNumber(TypedNodeText(project, text));
 }
 
 // No active input row joins the two nodes.
@@ -19,7 +18,7 @@ bool IsBlankPipe(const Project& project, const CalcPipeRecord& pipe) {
     const double begin = InputValue(project, pipe.BegNode);
     const double end = InputValue(project, pipe.EndNode);
     for (int row = 1; row <= MaxPipes; ++row) {
-        const PipeRecord& input = project.PipeRecord[static_cast<std::size_t>(row)];
+        const PipeRecord& input = project.PipeRecord[row];
         if (!IsTrue(input.Active) || !HasBothNodes(input)) {
             continue;
         }
@@ -39,7 +38,7 @@ void CollectDevices(RunContext& context, SolverState& state) {
     state.Devices.Clear();
     const int last = project.NumberOfPipes == 0 ? MaxPipes : project.NumberOfPipes;
     for (int row = 1; row <= last; ++row) {
-        const CalcPipeRecord& pipe = project.CalcPipeRecord[static_cast<std::size_t>(row)];
+        const CalcPipeRecord& pipe = project.CalcPipeRecord[row];
         if (IsDeviceCode(pipe.Material)) {
             DeviceConstraint device;
             device.FromNode = NodeNumberOf(pipe.BegNode);

@@ -13,10 +13,6 @@ namespace quench {
 
 namespace {
 
-std::size_t At(int row) {
-    return static_cast<std::size_t>(row);
-}
-
 void CopySummary(Project& project, const SolverState& state) {
     CalculationData& data = project.CalculationData;
     const SolverSummary& summary = state.Summary;
@@ -47,10 +43,6 @@ void CopyInflow(Project& project, const SolverState& state) {
     project.SystemData.CalculatedFlowRate = static_cast<Single>(project.CalculationData.InflowFlow);
 }
 
-Integer TypedNumber(const Project& project, int number) {
-    return static_cast<Integer>(number == InflowNodeCode ? project.InflowNode : number);
-}
-
 void FillEnds(const NodeRecord& begin, const NodeRecord& end, PipeResultRecord& result) {
     result.KFactorB = begin.KFactor;
     result.KFactorE = end.KFactor;
@@ -68,16 +60,16 @@ void FillEnds(const NodeRecord& begin, const NodeRecord& end, PipeResultRecord& 
 bool WriteRow(RunContext& context, const SolverState& state, int pipe, bool turned,
               PipeResultRecord& result) {
     Project& project = context.Project;
-    const CalcPipeRecord& record = project.CalcPipeRecord[At(pipe)];
+    const CalcPipeRecord& record = project.CalcPipeRecord[pipe];
     const int from = NodeNumberOf(turned ? record.EndNode : record.BegNode);
     const int to = NodeNumberOf(turned ? record.BegNode : record.EndNode);
     const int fromPosition = state.Edges.PositionOf(from);
     const int toPosition = state.Edges.PositionOf(to);
     result = PipeResultRecord{};
-    result.BegNode = TypedNumber(project, from);
-    result.EndNode = TypedNumber(project, to);
+    result.BegNode = static_cast<Integer>(TypedNodeNumber(project, from));
+    result.EndNode = static_cast<Integer>(TypedNodeNumber(project, to));
     if (fromPosition != 0 && toPosition != 0) {
-        FillEnds(project.NodeRecord[At(fromPosition)], project.NodeRecord[At(toPosition)], result);
+        FillEnds(project.NodeRecord[fromPosition], project.NodeRecord[toPosition], result);
     }
     result.Flow = std::fabs(record.Flow);
     result.Velocity = std::fabs(record.Velocity);
@@ -113,27 +105,28 @@ bool WriteRow(RunContext& context, const SolverState& state, int pipe, bool turn
 // The rows in the order of the nodes, each pipe under the node its water comes from.
 bool WriteResultRows(RunContext& context, const SolverState& state) {
     Project& project = context.Project;
-    std::vector<std::vector<std::pair<int, bool>>> underNode(At(project.NumberOfNodes) + 1);
+    std::vector<std::vector<std::pair<int, bool>>> underNode(
+        static_cast<std::size_t>(project.NumberOfNodes) + 1);
     for (int pipe = 1; pipe <= project.NumberOfPipes; ++pipe) {
-        const CalcPipeRecord& record = project.CalcPipeRecord[At(pipe)];
+        const CalcPipeRecord& record = project.CalcPipeRecord[pipe];
         const bool turned = record.Flow < 0;
         const int upstream = NodeNumberOf(turned ? record.EndNode : record.BegNode);
         const int position = state.Edges.PositionOf(upstream);
         if (position != 0) {
-            underNode[At(position)].emplace_back(pipe, turned);
+            underNode[static_cast<std::size_t>(position)].emplace_back(pipe, turned);
         }
     }
     int rows = 0;
     for (const auto& pipes : underNode) {
         for (const auto& [pipe, turned] : pipes) {
-            if (!WriteRow(context, state, pipe, turned, project.PipeResultRecord[At(++rows)])) {
+            if (!WriteRow(context, state, pipe, turned, project.PipeResultRecord[++rows])) {
                 return false;
             }
         }
     }
     for (int row = 2; row <= rows; ++row) {
-        if (project.PipeResultRecord[At(row)].BegNode == project.InflowNode) {
-            std::swap(project.PipeResultRecord[1], project.PipeResultRecord[At(row)]);
+        if (project.PipeResultRecord[row].BegNode == project.InflowNode) {
+            std::swap(project.PipeResultRecord[1], project.PipeResultRecord[row]);
             break;
         }
     }

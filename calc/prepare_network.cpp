@@ -19,10 +19,6 @@ namespace {
 constexpr const char* InflowText = "10000";
 constexpr Single DryFactor = 1.3f;
 
-std::size_t At(int row) {
-    return static_cast<std::size_t>(row);
-}
-
 double Value(const std::string& text) {
     return ToNumber(Trim(text));
 }
@@ -33,7 +29,7 @@ bool IsActiveWithNodes(const WorkPipeRecord& row) {
 
 void ClearPipeTable(Project& project, bool keepDiameters) {
     for (int pipe = 1; pipe <= MaxPipes; ++pipe) {
-        CalcPipeRecord& record = project.CalcPipeRecord[At(pipe)];
+        CalcPipeRecord& record = project.CalcPipeRecord[pipe];
         record.NominalLength = 0;
         record.TypeGroup = 0;
         record.ResultFittingText.clear();
@@ -54,7 +50,7 @@ void ClearPipeTable(Project& project, bool keepDiameters) {
 // The last input row that holds a node.
 int LastFilledRow(const Project& project) {
     for (int row = MaxPipes; row >= 1; --row) {
-        if (!IsBlankRow(project.PipeRecord[At(row)])) {
+        if (!IsBlankRow(project.PipeRecord[row])) {
             return row;
         }
     }
@@ -66,7 +62,7 @@ Integer CountPipes(const Project& project) {
     const int last = LastFilledRow(project);
     Integer count = 0;
     for (int row = 1; row <= last; ++row) {
-        if (HasBothNodes(project.WorkPipeRecord[At(row)])) {
+        if (HasBothNodes(project.WorkPipeRecord[row])) {
             ++count;
         }
     }
@@ -78,7 +74,7 @@ Integer CountPipes(const Project& project) {
 Integer CountActivePipes(Project& project) {
     Integer count = 0;
     for (int row = 1; row <= MaxPipes; ++row) {
-        PipeRecord& input = project.PipeRecord[At(row)];
+        PipeRecord& input = project.PipeRecord[row];
         if (!quench::HasBothNodes(input)) {
             continue;
         }
@@ -92,7 +88,7 @@ Integer CountActivePipes(Project& project) {
 void MarkInflow(Project& project) {
     const double inflow = project.InflowNode;
     for (int row = 1; row <= project.NumberOfActivePipes; ++row) {
-        WorkPipeRecord& work = project.WorkPipeRecord[At(row)];
+        WorkPipeRecord& work = project.WorkPipeRecord[row];
         if (!HasBothNodes(work)) {
             continue;
         }
@@ -112,15 +108,15 @@ std::vector<int> SortedNodes(const Project& project) {
     std::vector<int> nodes;
     std::vector<bool> seen(InflowNodeCode + 2, false);
     for (int row = 1; row <= project.NumberOfActivePipes; ++row) {
-        const WorkPipeRecord& work = project.WorkPipeRecord[At(row)];
+        const WorkPipeRecord& work = project.WorkPipeRecord[row];
         if (!IsActiveWithNodes(work)) {
             continue;
         }
         for (const std::string* text : {&work.BegNode, &work.EndNode}) {
             const double value = Value(*text);
             const int number = value >= 0 && value <= InflowNodeCode ? static_cast<int>(value) : 0;
-            if (!seen[At(number)]) {
-                seen[At(number)] = true;
+            if (!seen[static_cast<std::size_t>(number)]) {
+                seen[static_cast<std::size_t>(number)] = true;
                 nodes.push_back(number);
             }
         }
@@ -138,11 +134,11 @@ struct TakenPipe {
 std::vector<TakenPipe> TakePipes(const Project& project, const std::vector<int>& nodes) {
     std::vector<int> placeOfNumber(InflowNodeCode + 2, -1);
     for (std::size_t place = 0; place < nodes.size(); ++place) {
-        placeOfNumber[At(nodes[place])] = static_cast<int>(place);
+        placeOfNumber[static_cast<std::size_t>(nodes[place])] = static_cast<int>(place);
     }
     std::vector<std::vector<TakenPipe>> underNode(nodes.size());
     for (int row = 1; row <= project.NumberOfActivePipes; ++row) {
-        const WorkPipeRecord& work = project.WorkPipeRecord[At(row)];
+        const WorkPipeRecord& work = project.WorkPipeRecord[row];
         if (!IsActiveWithNodes(work)) {
             continue;
         }
@@ -152,10 +148,12 @@ std::vector<TakenPipe> TakePipes(const Project& project, const std::vector<int>&
             continue;
         }
         const int larger = static_cast<int>(std::max(begin, end));
-        if (larger < 0 || larger > InflowNodeCode || placeOfNumber[At(larger)] < 0) {
+        if (larger < 0 || larger > InflowNodeCode ||
+            placeOfNumber[static_cast<std::size_t>(larger)] < 0) {
             continue;
         }
-        underNode[At(placeOfNumber[At(larger)])].push_back(TakenPipe{row, begin > end});
+        underNode[static_cast<std::size_t>(placeOfNumber[static_cast<std::size_t>(larger)])]
+            .push_back(TakenPipe{row, begin > end});
     }
     std::vector<TakenPipe> taken;
     for (const auto& pipes : underNode) {
@@ -179,8 +177,8 @@ void ResolveDevice(const WorkPipeRecord& work, bool turned, bool rerun, CalcPipe
 
 void ResolveDiameter(Project& project, const PipeLibrary& library, int row, bool turned,
                      CalcPipeRecord& record) {
-    WorkPipeRecord& work = project.WorkPipeRecord[At(row)];
-    PipeRecord& input = project.PipeRecord[At(row)];
+    WorkPipeRecord& work = project.WorkPipeRecord[row];
+    PipeRecord& input = project.PipeRecord[row];
     if (work.Diameter == 0 && input.Diameter > 0) {
         work.Diameter = input.Diameter;
     }
@@ -205,11 +203,11 @@ void ResolveDiameter(Project& project, const PipeLibrary& library, int row, bool
 void FillPipe(Project& project, const PipeLibrary& library, const TakenPipe& taken,
               const PrepareOptions& options, CalcPipeRecord& record, PrepareResult& result) {
     RecalcEquivLength(project, library, taken.Row);
-    WorkPipeRecord& work = project.WorkPipeRecord[At(taken.Row)];
+    WorkPipeRecord& work = project.WorkPipeRecord[taken.Row];
     record.BegNode = Trim(taken.Turned ? work.EndNode : work.BegNode);
     record.EndNode = Trim(taken.Turned ? work.BegNode : work.EndNode);
     record.NominalLength = work.Length;
-    record.TotalLength = project.PipeRecord[At(taken.Row)].TotalEquivLength;
+    record.TotalLength = project.PipeRecord[taken.Row].TotalEquivLength;
     record.FittingLength = record.TotalLength - record.NominalLength;
     record.TypeGroup = work.TypeGroup;
     record.Material = work.Material;
@@ -241,7 +239,7 @@ struct NodeEnd {
 std::map<int, NodeEnd> FirstEnds(const Project& project) {
     std::map<int, NodeEnd> ends;
     for (int row = 1; row <= project.NumberOfActivePipes; ++row) {
-        const WorkPipeRecord& work = project.WorkPipeRecord[At(row)];
+        const WorkPipeRecord& work = project.WorkPipeRecord[row];
         if (!IsActiveWithNodes(work)) {
             continue;
         }
@@ -288,7 +286,7 @@ bool FillNodes(Project& project, const std::vector<int>& nodes, const PrepareOpt
         if (found == ends.end()) {
             continue;
         }
-        WorkPipeRecord& work = project.WorkPipeRecord[At(found->second.Row)];
+        WorkPipeRecord& work = project.WorkPipeRecord[found->second.Row];
         const bool atBegin = found->second.AtBegin;
         node.Number = static_cast<Integer>(nodes[place]);
         node.Elevation = atBegin ? work.ElevationB : work.ElevationE;
@@ -322,7 +320,7 @@ void ResizeNodeTable(Project& project, std::size_t nodes) {
 bool HasBlankRowBetween(const Project& project) {
     bool blankSeen = false;
     for (int row = 1; row <= MaxPipes; ++row) {
-        const bool blank = IsBlankRow(project.PipeRecord[At(row)]);
+        const bool blank = IsBlankRow(project.PipeRecord[row]);
         if (!blank && blankSeen) {
             return true;
         }
@@ -335,7 +333,7 @@ namespace {
 
 bool HasEqualNodeTexts(const Project& project) {
     for (int row = 1; row <= MaxPipes; ++row) {
-        const PipeRecord& input = project.PipeRecord[At(row)];
+        const PipeRecord& input = project.PipeRecord[row];
         if (quench::HasBothNodes(input) && Trim(input.BegNode) == Trim(input.EndNode)) {
             return true;
         }
@@ -385,8 +383,8 @@ PrepareResult PrepareNetwork(Project& project, const PipeLibrary& library,
         return result;
     }
     for (int position = 1; position <= project.NumberOfNodes; ++position) {
-        if (project.NodeRecord[At(position)].Number == project.InflowNode) {
-            project.NodeRecord[At(position)].Number = 0;
+        if (project.NodeRecord[position].Number == project.InflowNode) {
+            project.NodeRecord[position].Number = 0;
         }
     }
     return result;

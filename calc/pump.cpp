@@ -23,13 +23,9 @@ constexpr double LeastSettledBoost = 0.00001;
 // A pump flow of this much or less in a later pass is taken from the supply instead (gpm).
 constexpr double LeastPumpFlow = 1;
 
-std::size_t At(int row) {
-    return static_cast<std::size_t>(row);
-}
-
 int FindPump(const Project& project) {
     for (int pipe = 1; pipe <= project.NumberOfPipes; ++pipe) {
-        if (project.CalcPipeRecord[At(pipe)].Material == MaterialFirePump) {
+        if (project.CalcPipeRecord[pipe].Material == MaterialFirePump) {
             return pipe;
         }
     }
@@ -38,8 +34,8 @@ int FindPump(const Project& project) {
 
 double NodeKFactor(const Project& project, int number) {
     for (int position = 1; position <= project.NumberOfNodes; ++position) {
-        if (project.NodeRecord[At(position)].Number == number) {
-            return project.NodeRecord[At(position)].KFactor;
+        if (project.NodeRecord[position].Number == number) {
+            return project.NodeRecord[position].KFactor;
         }
     }
     return 0;
@@ -67,12 +63,12 @@ PumpSides FindSides(const Project& project, const InflowPipePath& path, int pump
     sides.Inlet.insert(InflowNodeCode);
     for (int pipe : path) {
         if (pipe != pump) {
-            const CalcPipeRecord& record = project.CalcPipeRecord[At(pipe)];
+            const CalcPipeRecord& record = project.CalcPipeRecord[pipe];
             sides.Inlet.insert(NodeNumberOf(record.BegNode));
             sides.Inlet.insert(NodeNumberOf(record.EndNode));
         }
     }
-    const CalcPipeRecord& record = project.CalcPipeRecord[At(pump)];
+    const CalcPipeRecord& record = project.CalcPipeRecord[pump];
     const int begin = NodeNumberOf(record.BegNode);
     const int end = NodeNumberOf(record.EndNode);
     const bool beginInlet = sides.Inlet.count(begin) != 0;
@@ -92,11 +88,11 @@ double FlowThroughPump(const Project& project, const SolverState& state, int pum
     double leaving = 0;
     const int position = state.Edges.PositionOf(outlet);
     if (position != 0) {
-        const NodeRecord& node = project.NodeRecord[At(position)];
+        const NodeRecord& node = project.NodeRecord[position];
         leaving = node.Discharge + node.FixedFlow;
     }
     for (int pipe = 1; pipe <= project.NumberOfPipes; ++pipe) {
-        const CalcPipeRecord& record = project.CalcPipeRecord[At(pipe)];
+        const CalcPipeRecord& record = project.CalcPipeRecord[pipe];
         if (pipe == pump) {
             continue;
         }
@@ -151,7 +147,7 @@ PumpStep AskNextPass(RunContext& context, const SolverState& state, PumpPasses& 
 PumpStep BoostFromCurve(RunContext& context, const SolverState& state, PumpPasses& passes,
                         const PumpSides& sides, int pump) {
     Project& project = context.Project;
-    CalcPipeRecord& record = project.CalcPipeRecord[At(pump)];
+    CalcPipeRecord& record = project.CalcPipeRecord[pump];
     const bool rerun = passes.Count > 1;
     double flow = FlowThroughPump(project, state, pump, sides.Outlet);
     if (rerun && flow <= LeastPumpFlow) {
@@ -183,7 +179,7 @@ void LowerInletPressures(Project& project, const SolverState& state, const PumpS
     for (int number : sides.Inlet) {
         const int position = state.Edges.PositionOf(number);
         if (position != 0) {
-            NodeRecord& node = project.NodeRecord[At(position)];
+            NodeRecord& node = project.NodeRecord[position];
             node.ResidualPressure -= boost;
             node.WorkPressure -= boost;
         }
@@ -223,7 +219,7 @@ void CheckPumpInlet(RunContext& context, InflowPipePath& path) {
     }
     std::set<int> passed{InflowNodeCode};
     std::vector<int> front{InflowNodeCode};
-    std::vector<bool> crossed(At(project.NumberOfPipes) + 1, false);
+    std::vector<bool> crossed(static_cast<std::size_t>(project.NumberOfPipes) + 1, false);
     while (!front.empty()) {
         std::vector<int> next;
         for (int node : front) {
@@ -232,13 +228,13 @@ void CheckPumpInlet(RunContext& context, InflowPipePath& path) {
                 return;
             }
             for (int pipe = 1; pipe <= project.NumberOfPipes; ++pipe) {
-                const CalcPipeRecord& record = project.CalcPipeRecord[At(pipe)];
+                const CalcPipeRecord& record = project.CalcPipeRecord[pipe];
                 const int begin = NodeNumberOf(record.BegNode);
                 const int end = NodeNumberOf(record.EndNode);
-                if (crossed[At(pipe)] || (begin != node && end != node)) {
+                if (crossed[static_cast<std::size_t>(pipe)] || (begin != node && end != node)) {
                     continue;
                 }
-                crossed[At(pipe)] = true;
+                crossed[static_cast<std::size_t>(pipe)] = true;
                 path.push_back(pipe);
                 if (pipe == pump) {
                     continue; // the walk stops at the pump
@@ -262,7 +258,7 @@ PumpStep EvaluatePumpBoost(RunContext& context, const SolverState& state,
     }
     ++passes.Count;
     const PumpSides sides = FindSides(project, path, pump);
-    CalcPipeRecord& record = project.CalcPipeRecord[At(pump)];
+    CalcPipeRecord& record = project.CalcPipeRecord[pump];
     if (context.PumpRerunPending || record.DeviceLoss == NotGiven) {
         if (BoostFromCurve(context, state, passes, sides, pump) == PumpStep::NextPass) {
             return PumpStep::NextPass;
@@ -282,7 +278,7 @@ PumpStep EvaluatePumpBoost(RunContext& context, const SolverState& state,
 void RestoreCurvePumpRow(Project& project) {
     const int pump = FindPump(project);
     if (pump != 0) {
-        project.CalcPipeRecord[At(pump)].DeviceLoss = NotGiven;
+        project.CalcPipeRecord[pump].DeviceLoss = NotGiven;
     }
 }
 
@@ -290,7 +286,7 @@ void ReadPumpBoost(RunContext& context) {
     Project& project = context.Project;
     context.SupplyPumpBoost = 0;
     for (int row = 1; row <= MaxPipes; ++row) {
-        const WorkPipeRecord& work = project.WorkPipeRecord[At(row)];
+        const WorkPipeRecord& work = project.WorkPipeRecord[row];
         if (!HasBothNodes(work) || work.Material != MaterialFirePump) {
             continue;
         }

@@ -9,11 +9,6 @@ namespace {
 
 constexpr const char* Figure = "###0.000";
 
-std::string TypedNode(const Project& project, const std::string& text) {
-    const std::string trimmed = Trim(text);
-    return ToNumber(trimmed) == InflowNodeCode ? std::to_string(project.InflowNode) : trimmed;
-}
-
 } // namespace
 
 ResultsScreen ResultsToScreen(const Project& project) {
@@ -24,9 +19,9 @@ ResultsScreen ResultsToScreen(const Project& project) {
     screen.txtMaximumFlowVelocity = Format(data.MaximumFlowVelocity, Figure);
     const int pipe = data.MaximumVelocityPipe;
     if (pipe >= 1 && pipe <= MaxPipes) {
-        const CalcPipeRecord& record = project.CalcPipeRecord[static_cast<std::size_t>(pipe)];
-        screen.lblMaximumFlowVelocityIdx = "(in pipe " + TypedNode(project, record.BegNode) +
-                                           " - " + TypedNode(project, record.EndNode) + ")";
+        const CalcPipeRecord& record = project.CalcPipeRecord[pipe];
+        screen.lblMaximumFlowVelocityIdx = "(in pipe " + TypedNodeText(project, record.BegNode) +
+                                           " - " + TypedNodeText(project, record.EndNode) + ")";
     }
     screen.txtSprinklerFlow = Format(data.SprinklerFlow, Figure);
     screen.txtNonSprinklerFlow = Format(data.NonSprinklerFlow, Figure);

@@ -143,11 +143,6 @@ private:
     CommandLineProgress& progress_;
 };
 
-// Copy of a node text with the supply's internal 10000 as its own number.
-std::string TypedNode(const Project& project, const std::string& text) {
-    return ToNumber(Trim(text)) == InflowNodeCode ? std::to_string(project.InflowNode) : text;
-}
-
 // The pipes that sizing left over a limit, by their row of "pipes" (1-based), with the reason.
 void WriteSizingNotesJson(const Project& project, JsonWriter& json) {
     json.Key("sizingNotes");
@@ -162,9 +157,9 @@ void WriteSizingNotesJson(const Project& project, JsonWriter& json) {
         json.Key("pipe");
         json.Number(row);
         json.Key("BegNode");
-        json.String(TypedNode(project, pipe.BegNode));
+        json.String(TypedNodeText(project, pipe.BegNode));
         json.Key("EndNode");
-        json.String(TypedNode(project, pipe.EndNode));
+        json.String(TypedNodeText(project, pipe.EndNode));
         json.Key("reason");
         json.String(SizingNoteName(note));
         json.Key("note");
@@ -202,10 +197,8 @@ void WriteResultsJson(const Project& project, std::ostream& out) {
     json.Key("nodes");
     json.BeginArray();
     for (int row = 1; row <= project.NumberOfNodes; ++row) {
-        NodeRecord node = project.NodeRecord[static_cast<std::size_t>(row)];
-        if (node.Number == InflowNodeCode) {
-            node.Number = project.InflowNode;
-        }
+        NodeRecord node = project.NodeRecord[row];
+        node.Number = static_cast<Integer>(TypedNodeNumber(project, node.Number));
         WriteRecordJson(json, node);
     }
     json.EndArray();
@@ -213,9 +206,9 @@ void WriteResultsJson(const Project& project, std::ostream& out) {
     json.Key("pipes");
     json.BeginArray();
     for (int row = 1; row <= project.NumberOfPipes; ++row) {
-        CalcPipeRecord pipe = project.CalcPipeRecord[static_cast<std::size_t>(row)];
-        pipe.BegNode = TypedNode(project, pipe.BegNode);
-        pipe.EndNode = TypedNode(project, pipe.EndNode);
+        CalcPipeRecord pipe = project.CalcPipeRecord[row];
+        pipe.BegNode = TypedNodeText(project, pipe.BegNode);
+        pipe.EndNode = TypedNodeText(project, pipe.EndNode);
         WriteRecordJson(json, pipe);
     }
     json.EndArray();
@@ -223,7 +216,7 @@ void WriteResultsJson(const Project& project, std::ostream& out) {
     json.Key("results");
     json.BeginArray();
     for (int row = 1; row <= data.NumberOfUniquePipeSections; ++row) {
-        WriteRecordJson(json, project.PipeResultRecord[static_cast<std::size_t>(row)]);
+        WriteRecordJson(json, project.PipeResultRecord[row]);
     }
     json.EndArray();
     WriteSizingNotesJson(project, json);

@@ -10,6 +10,7 @@
 #include "interchange/cad_data_file.h"
 #include "interchange/drawing_import.h"
 #include "interchange/drawing_results.h"
+#include "interchange/epanet_export.h"
 #include "interchange/legacy_project.h"
 
 #include <filesystem>
@@ -215,6 +216,24 @@ int ProjectToDrawing(const ConvertArguments& files, std::ostream& out, std::ostr
     return ExitSuccess;
 }
 
+int ProjectToEpanet(const ConvertArguments& files, std::ostream& err) {
+    const auto project = std::make_unique<Project>();
+    if (!ReadProjectFile(*project, files.In, err)) {
+        return ExitUsage;
+    }
+    std::string text;
+    const EpanetOutcome outcome = LayEpanetInput(*project, text);
+    if (!outcome.Written) {
+        err << outcome.Message << '\n';
+        return ExitStopped;
+    }
+    std::string error;
+    if (!WriteFileAtomically(files.Out, text, &error)) {
+        return UsageError(err, "cannot write " + Quoted(files.Out) + ": " + error);
+    }
+    return ExitSuccess;
+}
+
 int RunConvert(const Arguments& arguments, std::ostream& out, std::ostream& err) {
     const auto parsed = ParseArguments(arguments, err);
     if (!parsed) {
@@ -240,6 +259,9 @@ int RunConvert(const Arguments& arguments, std::ostream& out, std::ostream& err)
     }
     if (from == ".qnw" && to == ".dxf") {
         return ProjectToDrawing(*parsed, out, err);
+    }
+    if (from == ".qnw" && to == ".inp") {
+        return ProjectToEpanet(*parsed, err);
     }
     return UsageError(err, "cannot convert " + (from.empty() ? "a file" : from) + " to " +
                                (to.empty() ? "a file" : to) +

@@ -36,10 +36,20 @@ bool WriteAll(int descriptor, std::string_view bytes) {
     return true;
 }
 
+// The folder's entry of a renamed file reaches the disk with the folder.
+void SyncFolder(const std::filesystem::path& file) {
+    const std::filesystem::path folder = file.has_parent_path() ? file.parent_path() : ".";
+    const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor >= 0) {
+        ::fsync(descriptor);
+        ::close(descriptor);
+    }
+}
+
 } // namespace
 
 bool WriteFileAtomically(const std::filesystem::path& file, std::string_view bytes,
-                         std::string* error) {
+                         std::string* error, Durability durability) {
     std::error_code ignored;
     if (file.has_parent_path()) {
         std::filesystem::create_directories(file.parent_path(), ignored);
@@ -57,7 +67,8 @@ bool WriteFileAtomically(const std::filesystem::path& file, std::string_view byt
         ::umask(mask);
         ::fchmod(descriptor, 0666 & ~mask);
     }
-    const bool written = WriteAll(descriptor, bytes) && ::fsync(descriptor) == 0;
+    const bool synced = durability == Durability::Synced;
+    const bool written = WriteAll(descriptor, bytes) && (!synced || ::fsync(descriptor) == 0);
     const std::string writeError = written ? "" : SystemError("cannot write", temporary);
     const bool closed = ::close(descriptor) == 0;
     if (!written || !closed) {
@@ -68,6 +79,9 @@ bool WriteFileAtomically(const std::filesystem::path& file, std::string_view byt
         const std::string renameError = SystemError("cannot replace", file);
         ::unlink(temporary.c_str());
         return Fail(error, renameError);
+    }
+    if (synced) {
+        SyncFolder(file);
     }
     return true;
 }

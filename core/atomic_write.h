@@ -10,10 +10,16 @@
 
 namespace quench {
 
+// How far a replaced file is carried to the disk: Synced waits for the file and for the folder
+// that names it (the new file survives a power cut); Unsynced leaves that to the system, for a
+// scratch copy whose bytes stand durably in another file.
+enum class Durability { Synced, Unsynced };
+
 // False when the file cannot be written; error then says why, and the old file is untouched.
-// The parent directory is made when it is missing. An existing file keeps its permissions.
+// The parent directory is made when it is missing. An existing file keeps its permissions. The
+// bytes go out in one write, then one rename.
 bool WriteFileAtomically(const std::filesystem::path& file, std::string_view bytes,
-                         std::string* error = nullptr);
+                         std::string* error = nullptr, Durability durability = Durability::Synced);
 
 // The whole file as bytes; false when it cannot be read.
 bool ReadWholeFile(const std::filesystem::path& file, std::string& bytes);

@@ -1,5 +1,6 @@
 #include "core/project.h"
 
+#include "core/formats.h"
 #include "core/text.h"
 
 namespace quench {
@@ -103,6 +104,15 @@ bool IsBlankRow(const PipeRecord& row) {
 
 bool HasBothNodes(const PipeRecord& row) {
     return !Trim(row.BegNode).empty() && !Trim(row.EndNode).empty();
+}
+
+int TypedNodeNumber(const Project& project, int number) {
+    return number == InflowNodeCode ? project.InflowNode : number;
+}
+
+std::string TypedNodeText(const Project& project, std::string_view text) {
+    std::string trimmed = Trim(text);
+    return ToNumber(trimmed) == InflowNodeCode ? std::to_string(project.InflowNode) : trimmed;
 }
 
 } // namespace quench

@@ -10,10 +10,12 @@
 // Records compare field for field; a NaN, as random bytes can give, never equals itself.
 
 #include "core/sizing_note.h"
+#include "core/table.h"
 #include "core/types.h"
 
 #include <array>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace quench {
@@ -388,11 +390,11 @@ struct Project {
     ::quench::GridBuilderData GridBuilderData;
     ::quench::CalculationData CalculationData;
 
-    std::vector<::quench::PipeRecord> PipeRecord;             // 1..MaxPipes, NumberOfPipeRows used
-    std::vector<::quench::WorkPipeRecord> WorkPipeRecord;     // 1..MaxPipes
-    std::vector<::quench::CalcPipeRecord> CalcPipeRecord;     // 1..MaxPipes, NumberOfPipes used
-    std::vector<::quench::NodeRecord> NodeRecord;             // 1..MaxNodes, NumberOfNodes used
-    std::vector<::quench::PipeResultRecord> PipeResultRecord; // 0..MaxPipes
+    Table<::quench::PipeRecord> PipeRecord;             // 1..MaxPipes, NumberOfPipeRows used
+    Table<::quench::WorkPipeRecord> WorkPipeRecord;     // 1..MaxPipes
+    Table<::quench::CalcPipeRecord> CalcPipeRecord;     // 1..MaxPipes, NumberOfPipes used
+    Table<::quench::NodeRecord> NodeRecord;             // 1..MaxNodes, NumberOfNodes used
+    Table<::quench::PipeResultRecord> PipeResultRecord; // 0..MaxPipes
 
     Integer NumberOfPipeRows = 0;
     Integer NumberOfPipes = 0;
@@ -422,9 +424,9 @@ struct Project {
     // reports. Rebuilt from the US tables; never the source of a stored value.
     ::quench::SystemData SystemDataSI;
     ::quench::CalculationData CalculationDataSI;
-    std::vector<::quench::NodeRecord> NodeRecordSI;
-    std::vector<::quench::CalcPipeRecord> CalcPipeRecordSI;
-    std::vector<::quench::PipeResultRecord> PipeResultRecordSI;
+    Table<::quench::NodeRecord> NodeRecordSI;
+    Table<::quench::CalcPipeRecord> CalcPipeRecordSI;
+    Table<::quench::PipeResultRecord> PipeResultRecordSI;
 };
 
 // Every field to its default. While LoadingTemplate is set only the network is cleared.
@@ -438,5 +440,10 @@ bool IsBlankRow(const PipeRecord& row);
 
 // True for a row with both node texts filled.
 bool HasBothNodes(const PipeRecord& row);
+
+// The solver's tables carry the first inflow as node InflowNodeCode; the user knows it by the
+// number typed (InflowNode). These give any node back as the user typed it.
+int TypedNodeNumber(const Project& project, int number);
+std::string TypedNodeText(const Project& project, std::string_view text); // trimmed
 
 } // namespace quench

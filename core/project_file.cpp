@@ -282,6 +282,39 @@ WriteOutcome WriteProject(const Project& project, const std::filesystem::path& f
     return WriteOutcome::Written;
 }
 
+WriteOutcome SaveProject(const Project& project, const std::filesystem::path& workingFile,
+                         const std::filesystem::path& namedFile, std::string* error,
+                         std::filesystem::path* failed) {
+    if (failed != nullptr) {
+        *failed = workingFile;
+    }
+    if (const auto problem = CountAboveCapacity(project); !problem.empty()) {
+        SetError(error, problem);
+        return WriteOutcome::Skipped;
+    }
+    if (IsBlankName(workingFile) || IsBlankName(namedFile)) {
+        SetError(error, "the file name is blank");
+        return WriteOutcome::Skipped;
+    }
+    Bytes image;
+    std::string problem;
+    std::string bytes;
+    if (!LayProjectImage(project, image, &problem) ||
+        !LayFileOverHead(workingFile, image, bytes, problem) ||
+        !ReplaceFile(workingFile, bytes, problem, Durability::Unsynced)) {
+        SetError(error, problem);
+        return WriteOutcome::Failed;
+    }
+    if (failed != nullptr) {
+        *failed = namedFile;
+    }
+    if (!ReplaceFile(namedFile, bytes, problem, Durability::Synced)) {
+        SetError(error, problem);
+        return WriteOutcome::Failed;
+    }
+    return WriteOutcome::Written;
+}
+
 bool CompareProjectFiles(const std::filesystem::path& workingFile,
                          const std::filesystem::path& namedFile) {
     if (IsBlankName(workingFile) || IsBlankName(namedFile)) {

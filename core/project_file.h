@@ -56,6 +56,15 @@ enum class WriteOutcome {
 WriteOutcome WriteProject(const Project& project, const std::filesystem::path& file,
                           std::string* error = nullptr);
 
+// Saving: the model written over the working file, and the named file replaced by a copy of the
+// working file. The image is laid once and the files are not read back, but for what lay beyond
+// the image in the working file. The named file is synced with its folder; the working file,
+// a scratch copy of the same bytes, is not. On failure `failed` names the file that could not be
+// written and error says why; a failed named file leaves the working file written.
+WriteOutcome SaveProject(const Project& project, const std::filesystem::path& workingFile,
+                         const std::filesystem::path& namedFile, std::string* error = nullptr,
+                         std::filesystem::path* failed = nullptr);
+
 // The bytes that WriteProject lays for the model, in memory: every record of the sequence, the
 // counts taken within capacity. False when a record's texts do not fit in it; error says which.
 bool LayProjectImage(const Project& project, std::vector<std::uint8_t>& image,

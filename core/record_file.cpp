@@ -114,10 +114,47 @@ bool ReadFileHead(const fs::path& file, std::size_t limit, std::vector<std::uint
     return true;
 }
 
-bool ReplaceFileHead(const fs::path& file, std::span<const std::uint8_t> head, std::string& error) {
-    const fs::path target = ResolveTarget(file);
+bool ReadFileTail(const fs::path& file, std::size_t offset, std::vector<std::uint8_t>& bytes,
+                  std::string& error) {
+    bytes.clear();
+    FileDescriptor descriptor(::open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    if (!descriptor.IsOpen()) {
+        error = SystemReason();
+        return false;
+    }
+    struct stat info {};
+    if (::fstat(descriptor.Get(), &info) != 0) {
+        error = SystemReason();
+        return false;
+    }
+    if (const auto problem = KindProblem(info); !problem.empty()) {
+        error = problem;
+        return false;
+    }
+    const auto size = static_cast<std::size_t>(std::max<off_t>(info.st_size, 0));
+    if (size <= offset) {
+        return true;
+    }
+    if (::lseek(descriptor.Get(), static_cast<off_t>(offset), SEEK_SET) < 0) {
+        error = SystemReason();
+        return false;
+    }
+    bytes.resize(size - offset);
+    const ssize_t count = ReadFully(descriptor.Get(), bytes.data(), bytes.size());
+    if (count < 0) {
+        error = SystemReason();
+        bytes.clear();
+        return false;
+    }
+    bytes.resize(static_cast<std::size_t>(count));
+    return true;
+}
+
+namespace {
+
+// A save writes only a regular file, in a folder that exists.
+bool CheckTarget(const fs::path& target, fs::file_status kind, std::string& error) {
     std::error_code ignored;
-    const fs::file_status kind = fs::status(target, ignored);
     const fs::path directory = target.has_parent_path() ? target.parent_path() : fs::path(".");
     if (fs::is_directory(kind)) {
         error = "it is a directory";
@@ -132,17 +169,45 @@ bool ReplaceFileHead(const fs::path& file, std::span<const std::uint8_t> head, s
         error = std::strerror(fs::exists(directory, ignored) ? ENOTDIR : ENOENT);
         return false;
     }
-    std::string bytes(head.begin(), head.end());
+    return true;
+}
+
+} // namespace
+
+bool LayFileOverHead(const fs::path& file, std::span<const std::uint8_t> head, std::string& bytes,
+                     std::string& error) {
+    const fs::path target = ResolveTarget(file);
+    std::error_code ignored;
+    const fs::file_status kind = fs::status(target, ignored);
+    if (!CheckTarget(target, kind, error)) {
+        return false;
+    }
+    bytes.assign(head.begin(), head.end());
     if (fs::exists(kind)) {
-        std::vector<std::uint8_t> old;
-        if (!ReadFileHead(target, std::numeric_limits<std::size_t>::max(), old, error)) {
+        std::vector<std::uint8_t> tail;
+        if (!ReadFileTail(target, head.size(), tail, error)) {
             return false;
         }
-        if (old.size() > head.size()) {
-            bytes.append(old.begin() + static_cast<std::ptrdiff_t>(head.size()), old.end());
-        }
+        bytes.append(tail.begin(), tail.end());
     }
-    return WriteFileAtomically(target, bytes, &error);
+    return true;
+}
+
+bool ReplaceFile(const fs::path& file, std::string_view bytes, std::string& error,
+                 Durability durability) {
+    const fs::path target = ResolveTarget(file);
+    std::error_code ignored;
+    if (!CheckTarget(target, fs::status(target, ignored), error)) {
+        return false;
+    }
+    return WriteFileAtomically(target, bytes, &error, durability);
+}
+
+bool ReplaceFileHead(const fs::path& file, std::span<const std::uint8_t> head, std::string& error,
+                     Durability durability) {
+    std::string bytes;
+    return LayFileOverHead(file, head, bytes, error) &&
+           WriteFileAtomically(ResolveTarget(file), bytes, &error, durability);
 }
 
 } // namespace quench

@@ -4,6 +4,8 @@
 // safely. Only regular files are read or written; a directory, a device or a pipe is refused, so
 // that nothing can hang or read without end.
 
+#include "core/atomic_write.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
@@ -18,11 +20,26 @@ namespace quench {
 bool ReadFileHead(const std::filesystem::path& file, std::size_t limit,
                   std::vector<std::uint8_t>& bytes, std::string& error);
 
+// The bytes of a regular file from offset to its end; none when the file is no longer than that.
+bool ReadFileTail(const std::filesystem::path& file, std::size_t offset,
+                  std::vector<std::uint8_t>& bytes, std::string& error);
+
+// The head followed by whatever of the file lay beyond it: the bytes the file holds once the head
+// is written over it. Only that tail is read. A missing file has no tail; a directory, a device
+// or a pipe is refused. A symbolic link is followed.
+bool LayFileOverHead(const std::filesystem::path& file, std::span<const std::uint8_t> head,
+                     std::string& bytes, std::string& error);
+
 // Puts head at the start of the file and keeps whatever lay beyond it. The file is never left
 // half-written: the new bytes and the old tail are written atomically (core/atomic_write.h).
 // A symbolic link is followed; a missing directory is not made. On failure the old file is
 // untouched and error says why.
 bool ReplaceFileHead(const std::filesystem::path& file, std::span<const std::uint8_t> head,
-                     std::string& error);
+                     std::string& error, Durability durability = Durability::Synced);
+
+// Replaces the file by the bytes, as ReplaceFileHead checks and writes them (a symbolic link
+// followed, no directory made).
+bool ReplaceFile(const std::filesystem::path& file, std::string_view bytes, std::string& error,
+                 Durability durability = Durability::Synced);
 
 } // namespace quench

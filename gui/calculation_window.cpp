@@ -7,6 +7,7 @@
 #include "entry/iteration_list.h"
 #include "entry/results_grid.h"
 #include "gui/help_window.h"
+#include "gui/qt_text.h"
 #include "gui/validated_field.h"
 
 #include <set>
@@ -31,14 +32,6 @@ namespace {
 
 using enum CalculationField;
 namespace words = calculation_words;
-
-QString Latin1(const std::string& text) {
-    return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-QString Text(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 // The results of the tab: control, caption (with the discharge word), unit kind of the value.
 struct ResultLine {
@@ -365,7 +358,7 @@ void CalculationWindow::FieldEdited(CalculationField field, const QString& text)
     if (running_) {
         return;
     }
-    rules_.Edit(field, text.toLatin1().toStdString());
+    rules_.Edit(field, Latin1(text));
     // The rules may have cut or emptied the text: the field shows what they kept.
     const QString kept = Latin1(rules_.Text(field));
     if (kept != fields_[field]->text()) {
@@ -597,7 +590,7 @@ void CalculationWindow::OpenDisplay() {
     // A damping factor typed in the display is the screen's as well.
     const auto copyTo = [this](CalculationField field, const QString& text) {
         if (!text.isEmpty()) {
-            rules_.Edit(field, text.toLatin1().toStdString());
+            rules_.Edit(field, Latin1(text));
             fields_[field]->SetTextQuietly(Latin1(rules_.Text(field)));
         }
     };

@@ -21,10 +21,14 @@
 #include "gui/pipe_data_window.h"
 #include "gui/pipe_library_window.h"
 #include "gui/program_dialogs.h"
+#include "gui/qt_text.h"
 #include "gui/report_commands.h"
 #include "gui/report_preview.h"
 #include "gui/temp_file_dialog.h"
 #include "gui/window_placement.h"
+#include "library/equivalent_length.h"
+#include "library/material_tables.h"
+#include "reports/dxf_graph.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -48,14 +52,6 @@ namespace {
 
 // A tick of the auto-save timer counts as a minute.
 constexpr int MinuteMilliseconds = 60000;
-
-QString Text(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-std::string Utf8(const QString& text) {
-    return text.toUtf8().toStdString();
-}
 
 QIcon IconOf(std::string_view key, const QStyle& style) {
     if (key == "ToolNew") {
@@ -123,20 +119,6 @@ MainFrame::MainFrame(FrameSetup setup, QWidget* parent)
     BuildMenus();
     // F1 on a field that names its help key; a screen with a help of its own gets the key.
     qApp->installEventFilter(this);
-    // The calculator buttons of the help windows: the calculator's value is the pick.
-    help_->SetCalculatorOpener([this](HelpCalculator calculator,
-                                      const HelpRequest& request) -> std::optional<std::string> {
-        const QString text = QString::fromLatin1(request.FieldText.c_str());
-        std::optional<QString> value;
-        if (calculator == HelpCalculator::SprinklerKFactor) {
-            value = OpenKFactorCalculator(Calculators(), text, this);
-        } else if (calculator == HelpCalculator::BranchLine) {
-            value = OpenBranchLineCalculator(Calculators(), text, this);
-        } else {
-            value = OpenAdditionalFittingCalculator(Calculators(), 0, this);
-        }
-        return value ? std::optional(value->toLatin1().toStdString()) : std::nullopt;
-    });
     RestoreToolbarLayout();
     RestorePlacement(*this, settings_, sections::MDIForm);
     connect(area_, &QMdiArea::subWindowActivated, this, [this](QMdiSubWindow* window) {
@@ -152,6 +134,10 @@ MainFrame::MainFrame(FrameSetup setup, QWidget* parent)
     connect(autoSave_, &QTimer::timeout, this, &MainFrame::AutoSaveTimerTick);
     autoSave_->start();
     statusBar()->showMessage(QString());
+    // The calculator buttons of the help windows: the calculator's value is the pick.
+    help_->SetCalculatorOpener([this](HelpCalculator calculator, const HelpRequest& request) {
+        return OpenCalculator(calculator, request);
+    });
     SetUpReports();
     ProjectStateChanged();
 }
@@ -350,12 +336,87 @@ void MainFrame::Dispatch(const QString& key) {
                                       settings_, this));
     } else if (key == "ToolAboutQUENCH") {
         ShowAbout(this);
+    } else if (key == "ToolOpenDosQUENCHProject") {
+        interchange_.OpenDosProject();
+    } else if (key == "ToolSaveAsDosQUENCHProject") {
+        interchange_.SaveAsDosProject();
+    } else if (key == "ToolOpenAutocadDatafile") {
+        interchange_.OpenCadDataFile();
+    } else if (key == "ToolReadFromDWG") {
+        interchange_.ReadFromDrawing();
+    } else if (key == "CalculatedSizestoDWG") {
+        interchange_.SizesToDrawing();
     } else if (key == "ToolSprinklerCalculator") {
         OpenKFactorCalculator(Calculators(), {}, this);
     } else if (key == "ToolBranchLineCalculator") {
         OpenBranchLineCalculator(Calculators(), {}, this);
+    } else if (key == "ToolDXF_Graph") {
+        SaveDxfGraph();
     } else if (ReportCommands::IsReportCommand(key)) {
         reports_->Dispatch(key);
+    }
+}
+
+// A calculator opened from a help window: its value goes back as the window's pick.
+std::optional<std::string> MainFrame::OpenCalculator(HelpCalculator calculator,
+                                                     const HelpRequest& request) {
+    const QString fieldText = QString::fromStdString(request.FieldText);
+    std::optional<QString> value;
+    switch (calculator) {
+    case HelpCalculator::SprinklerKFactor:
+        value = OpenKFactorCalculator(Calculators(), fieldText, this);
+        break;
+    case HelpCalculator::BranchLine:
+        value = OpenBranchLineCalculator(Calculators(), fieldText, this);
+        break;
+    case HelpCalculator::AdditionalFitting:
+        value = OpenAdditionalFittingCalculator(Calculators(),
+                                                InnerDiameterOfRow(request.OriginRow), this);
+        break;
+    }
+    if (!value) {
+        return std::nullopt;
+    }
+    return value->toStdString();
+}
+
+// The inside diameter of a pipe row's size, 0 for a row left to autosizing or out of range.
+double MainFrame::InnerDiameterOfRow(int row) const {
+    if (row < 1 || row >= static_cast<int>(project_.PipeRecord.size())) {
+        return 0;
+    }
+    const PipeRecord& pipe = project_.PipeRecord[static_cast<std::size_t>(row)];
+    if (pipe.Diameter <= 0 || !IsLibraryMaterial(pipe.Material)) {
+        return 0;
+    }
+    const Single nominal = LookupNominal(pipe.Diameter, project_.UnitSystem);
+    const PipeDiameterRecord* size = FindDiameter(library_, pipe.Material, nominal);
+    return size == nullptr ? 0 : size->Inner;
+}
+
+// The graph of the last results as a drawing; a metric project gets its message before any
+// file dialog.
+void MainFrame::SaveDxfGraph() {
+    if (project_.UnitSystem == 1) {
+        WriteDxfGraph(project_, {}, dialogs_);
+        return;
+    }
+    const FileDialogRequest request{
+        "Save as Autocad DXF File...", "Autocad DXF File (*.dxf)", "*.dxf", "dxf", {}};
+    const auto file = choices_.ChooseSaveFile(request, this);
+    if (!file) {
+        return;
+    }
+    std::string error;
+    switch (WriteDxfGraph(project_, *file, dialogs_, &error)) {
+    case DxfGraphOutcome::ImpossibleTest:
+        dialogs_.ShowMessage(MessageStyle::Information, "", DxfImpossibleTestMessage);
+        break;
+    case DxfGraphOutcome::WriteFailed:
+        dialogs_.ShowMessage(MessageStyle::Critical, request.Title, error);
+        break;
+    default:
+        break;
     }
 }
 

@@ -10,7 +10,9 @@
 #include "core/project.h"
 #include "core/settings.h"
 #include "core/units.h"
+#include "entry/help_lists.h"
 #include "gui/calculator_fields.h"
+#include "gui/drawing_options_dialog.h"
 #include "gui/screen_dispatcher.h"
 #include "library/pipe_library.h"
 
@@ -85,6 +87,7 @@ public:
     NodeEditorWindow* NodalEditor() const;
     // The help windows of every screen's fields.
     HelpWindows& Help() const { return *help_; }
+    ScreenDispatcher& Dispatcher() { return screens_; }
     ReportCommands* Reports() const { return reports_; }
     QMdiArea* Area() const { return area_; }
     QAction* Action(const QString& key) const;
@@ -127,6 +130,10 @@ private:
     void OpenPipeLibrary();
     void OpenBox(QDialog* box);
     void OpenFirePump();
+    void SaveDxfGraph();
+    std::optional<std::string> OpenCalculator(HelpCalculator calculator,
+                                              const HelpRequest& request);
+    double InnerDiameterOfRow(int row) const;
     void ArrangeWindows(const QString& key);
     void SetRunning(bool running);
     void RestoreToolbarLayout();
@@ -158,6 +165,9 @@ private:
     bool running_ = false;
     int busyDepth_ = 0;
     ReportCommands* reports_ = nullptr;
+    DesktopDrawingOptions drawingOptions_{this};
+    InterchangeCommands interchange_{project_, dialogs_,  *this,          lifecycle_,
+                                     library_, settings_, drawingOptions_};
 };
 
 } // namespace quench::gui

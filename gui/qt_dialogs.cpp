@@ -1,6 +1,7 @@
 #include "gui/qt_dialogs.h"
 
 #include "gui/cursor_pause.h"
+#include "gui/qt_text.h"
 
 #include <QMessageBox>
 
@@ -22,10 +23,6 @@ QMessageBox::Icon IconOf(MessageStyle style) {
         return QMessageBox::Question;
     }
     return QMessageBox::NoIcon;
-}
-
-QString Text(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
 QMessageBox::StandardButton ButtonOf(Answer answer) {

@@ -1,5 +1,7 @@
 #include "gui/temp_file_dialog.h"
 
+#include "gui/qt_text.h"
+
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QRadioButton>
@@ -10,10 +12,6 @@ namespace quench::gui {
 namespace {
 
 namespace texts = lifecycle_texts;
-
-QString Text(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 // A choice on two lines, as the words stand.
 QString TwoLines(std::string_view first, std::string_view second) {

@@ -1,6 +1,7 @@
 #include "gui/validated_field.h"
 
 #include "entry/field_rules.h"
+#include "gui/qt_text.h"
 
 #include <QFocusEvent>
 #include <QKeyEvent>
@@ -11,14 +12,6 @@ namespace quench::gui {
 namespace {
 
 // The model's texts are 8-bit characters; what Latin-1 cannot hold becomes '?'.
-std::string Latin1(const QString& text) {
-    return text.toLatin1().toStdString();
-}
-
-QString FromLatin1(const std::string& text) {
-    return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 FieldState StateOf(const QLineEdit& field) {
     FieldState state;
     state.Text = Latin1(field.text());
@@ -68,7 +61,7 @@ void ValidatedField::SetTextQuietly(const QString& text) {
 void ValidatedField::AfterUserChange(const QString& text) {
     const std::string tested = number_ ? TestOnChange(Latin1(text), *number_, decimalCharacter_)
                                        : TestTextOnChange(Latin1(text), text_);
-    const QString accepted = FromLatin1(tested);
+    const QString accepted = Latin1(tested);
     if (accepted != text) {
         SetTextQuietly(accepted);
         setCursorPosition(static_cast<int>(accepted.size()));
@@ -85,7 +78,7 @@ bool ValidatedField::FilterKey(char key) {
     if (!outcome.Accepted) {
         return true; // a refused key leaves no trace
     }
-    const QString result = FromLatin1(outcome.Field.Text);
+    const QString result = Latin1(outcome.Field.Text);
     if (result != text()) {
         SetTextQuietly(result);
         setCursorPosition(outcome.Field.SelectionStart);

@@ -17,6 +17,8 @@ namespace {
 // leader vertex and hatch counts.
 constexpr std::array<int, 10> CountCodes{72, 73, 74, 75, 76, 90, 91, 92, 93, 98};
 constexpr long long LargestCount = 1000000;
+// dxflib reads lines into a buffer of 1024 characters and never returns from a longer one.
+constexpr std::size_t LongestLine = 1000;
 
 bool IsCountCode(std::string_view code) {
     int value = 0;
@@ -41,7 +43,8 @@ std::string_view LineAt(std::string_view text, std::size_t& at) {
     return line;
 }
 
-// A count can never be larger than the pairs that follow it: a larger one is cut down to them.
+// The text made safe for the reader: a count can never be larger than the pairs that follow it,
+// so a larger one is cut down to them, and a line longer than the reader can take is cut short.
 std::string BoundCounts(std::string_view text) {
     std::vector<std::string_view> lines;
     for (std::size_t at = 0; at < text.size();) {
@@ -50,7 +53,7 @@ std::string BoundCounts(std::string_view text) {
     std::string bounded;
     bounded.reserve(text.size());
     for (std::size_t index = 0; index < lines.size(); ++index) {
-        std::string line(lines[index]);
+        std::string line(lines[index].substr(0, LongestLine));
         if (index % 2 == 1 && IsCountCode(lines[index - 1])) {
             long long value = 0;
             std::istringstream(line) >> value;

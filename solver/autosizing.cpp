@@ -16,6 +16,9 @@ namespace {
 
 constexpr int GroupCount = 10;
 constexpr double PumpSlot = 0.1;
+// Passes a sizing step waits for a solution within the tolerance; a network that its present sizes
+// keep from converging is judged as it stands, and the larger sizes help it settle.
+constexpr Integer MaximumSizingWaits = 100;
 
 std::size_t At(int index) {
     return static_cast<std::size_t>(index);
@@ -79,7 +82,9 @@ int Excess(const Limits& limits, double flow, double inner, double cFactor) {
 class Sizing {
 public:
     Sizing(RunContext& context, SolverState& state)
-        : context_(context), state_(state), judging_(state.SolvedOnce && state.NotConverged == 0) {}
+        : context_(context), state_(state),
+          judging_(state.SolvedOnce &&
+                   (state.NotConverged == 0 || state.SizingWaits >= MaximumSizingWaits)) {}
 
     void Run() {
         before_.resize(At(Model().NumberOfPipes) + 1);
@@ -427,6 +432,7 @@ bool IsSizable(const CalcPipeRecord& pipe) {
 bool SizingStep(RunContext& context, SolverState& state) {
     Sizing sizing(context, state);
     sizing.Run();
+    state.SizingWaits = sizing.Waiting() ? static_cast<Integer>(state.SizingWaits + 1) : Integer{0};
     return sizing.Moved() || sizing.Waiting();
 }
 

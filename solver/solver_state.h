@@ -130,6 +130,7 @@ struct SolverState {
     Long HmdPressureRound = 0;
     Integer HmdChanges = 0;
     Integer SizingChanged = 0;
+    Integer SizingWaits = 0; // sizing steps in a row that waited for a converged solution
     bool Peaked = false;
     bool PeakingOn = false;
     double InflowFlowEstimate = 0;

@@ -20,8 +20,8 @@ namespace {
 
 using namespace quench::testing;
 
-// The default library offers sizes from 1/2" up. At 3 psi per 100 ft a 2" pipe carries about
-// 55 gpm: the first pipes of each branch line need more.
+// The default library offers sizes from 2" (the smaller ones lack some fitting lengths). At 3 psi
+// per 100 ft a 2" pipe carries about 55 gpm: the first pipes of each branch line need more.
 constexpr double MaximumVelocity = 20; // ft/s
 constexpr double MaximumFriction = 3;  // psi per 100 ft
 
@@ -39,7 +39,7 @@ void BuildSizedTree(Project& project) {
     BuildTree(network, 4, 5, options);
     network.DemandMode(7, 0.15f);
     for (int row = 1; row <= project.NumberOfPipeRows; ++row) {
-        PipeRecord& pipe = project.PipeRecord[static_cast<std::size_t>(row)];
+        PipeRecord& pipe = project.PipeRecord[row];
         if (pipe.Diameter == options.BranchDiameter) {
             OpenToSizing(pipe);
         }
@@ -57,7 +57,7 @@ bool RunSized(Project& project, CalculationRun& run) {
 void ExpectWithinLimits(const Project& project) {
     int sized = 0;
     for (int pipe = 1; pipe <= project.NumberOfPipes; ++pipe) {
-        const CalcPipeRecord& record = project.CalcPipeRecord[static_cast<std::size_t>(pipe)];
+        const CalcPipeRecord& record = project.CalcPipeRecord[pipe];
         if (!IsSizable(record)) {
             continue;
         }
@@ -82,7 +82,7 @@ TEST(Autosizing, SizesMeetTheLimitsAndHoldWhenCalculatedAgain) {
     // rows stay open (shown in red).
     std::vector<Single> sizes;
     for (int row = 1; row <= project.NumberOfPipeRows; ++row) {
-        const PipeRecord& pipe = project.PipeRecord[static_cast<std::size_t>(row)];
+        const PipeRecord& pipe = project.PipeRecord[row];
         sizes.push_back(pipe.Diameter);
         ASSERT_GT(pipe.Diameter, 0);
         if (!IsTrue(pipe.DiameterFixed)) {
@@ -98,8 +98,7 @@ TEST(Autosizing, SizesMeetTheLimitsAndHoldWhenCalculatedAgain) {
     CalculationRun second;
     ASSERT_TRUE(RunSized(project, second)) << second.Dialogs.LastText();
     for (int row = 1; row <= project.NumberOfPipeRows; ++row) {
-        EXPECT_EQ(project.PipeRecord[static_cast<std::size_t>(row)].Diameter,
-                  sizes[static_cast<std::size_t>(row - 1)]);
+        EXPECT_EQ(project.PipeRecord[row].Diameter, sizes[static_cast<std::size_t>(row - 1)]);
     }
     EXPECT_NEAR(project.CalculationData.InflowResidualPressure, inflow, 0.01);
 }
@@ -110,7 +109,7 @@ TEST(Autosizing, FixedDiametersStayAndGroupsShareOneSize) {
     // The first pipe of each branch line is given by the user; the others form group 3.
     std::vector<int> given;
     for (int row = 1; row <= project.NumberOfPipeRows; ++row) {
-        PipeRecord& pipe = project.PipeRecord[static_cast<std::size_t>(row)];
+        PipeRecord& pipe = project.PipeRecord[row];
         if (IsTrue(pipe.DiameterFixed)) {
             continue;
         }
@@ -126,11 +125,11 @@ TEST(Autosizing, FixedDiametersStayAndGroupsShareOneSize) {
     CalculationRun run;
     ASSERT_TRUE(RunSized(project, run)) << run.Dialogs.LastText();
     for (int row : given) {
-        EXPECT_EQ(project.PipeRecord[static_cast<std::size_t>(row)].Diameter, 2.5f);
+        EXPECT_EQ(project.PipeRecord[row].Diameter, 2.5f);
     }
     double groupSize = 0;
     for (int row = 1; row <= project.NumberOfPipeRows; ++row) {
-        const PipeRecord& pipe = project.PipeRecord[static_cast<std::size_t>(row)];
+        const PipeRecord& pipe = project.PipeRecord[row];
         if (pipe.TypeGroup == 3) {
             groupSize = groupSize == 0 ? pipe.Diameter : groupSize;
             EXPECT_EQ(pipe.Diameter, groupSize);
@@ -148,7 +147,7 @@ TEST(Autosizing, AMaximumStopsTheGrowth) {
     ASSERT_TRUE(RunSized(project, run)) << run.Dialogs.LastText();
     int atMaximum = 0;
     for (int row = 1; row <= project.NumberOfPipeRows; ++row) {
-        const PipeRecord& pipe = project.PipeRecord[static_cast<std::size_t>(row)];
+        const PipeRecord& pipe = project.PipeRecord[row];
         if (!IsTrue(pipe.DiameterFixed)) {
             EXPECT_LE(pipe.Diameter, 2.0f);
             atMaximum += pipe.Diameter == 2.0f ? 1 : 0;
@@ -170,7 +169,7 @@ TEST(Autosizing, SizesDoNotGrowDownstreamWhenAsked) {
     ASSERT_TRUE(RunSized(project, run)) << run.Dialogs.LastText();
     // Every open pipe on the way to it is at least as wide.
     for (int row = 2; row <= 5; ++row) {
-        EXPECT_EQ(project.PipeRecord[static_cast<std::size_t>(row)].Diameter, 4.0f) << row;
+        EXPECT_EQ(project.PipeRecord[row].Diameter, 4.0f) << row;
     }
 }
 

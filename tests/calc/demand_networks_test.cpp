@@ -29,7 +29,7 @@ void ExpectDemandSound(const Project& project, double minimum, double density) {
     const CalculationData& data = project.CalculationData;
     double lowestPressure = 1e9;
     for (int row = 1; row <= project.NumberOfNodes; ++row) {
-        const NodeRecord& node = project.NodeRecord[static_cast<std::size_t>(row)];
+        const NodeRecord& node = project.NodeRecord[row];
         if (node.KFactor <= 0) {
             continue;
         }

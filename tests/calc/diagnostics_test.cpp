@@ -51,7 +51,7 @@ protected:
         }
     }
 
-    PipeRecord& Row(int row) { return project_.PipeRecord[static_cast<std::size_t>(row)]; }
+    PipeRecord& Row(int row) { return project_.PipeRecord[row]; }
 
     Project project_;
     NetworkBuilder network_;

@@ -60,11 +60,11 @@ int PostedNumber(const std::string& text) {
 std::map<int, double> PostedBalances(const Project& project) {
     std::map<int, double> balance;
     for (int row = 1; row <= project.NumberOfNodes; ++row) {
-        const NodeRecord& node = project.NodeRecord[static_cast<std::size_t>(row)];
+        const NodeRecord& node = project.NodeRecord[row];
         balance[node.Number] -= node.FixedFlow + (node.KFactor > 0 ? node.Discharge : 0.0);
     }
     for (int pipe = 1; pipe <= project.NumberOfPipes; ++pipe) {
-        const CalcPipeRecord& record = project.CalcPipeRecord[static_cast<std::size_t>(pipe)];
+        const CalcPipeRecord& record = project.CalcPipeRecord[pipe];
         balance[PostedNumber(record.BegNode)] -= record.Flow;
         balance[PostedNumber(record.EndNode)] += record.Flow;
     }
@@ -78,7 +78,7 @@ void ExpectReportedBalancesArePosted(const Project& project) {
     double largest = 0;
     double sizes = 0;
     for (int row = 1; row <= project.NumberOfNodes; ++row) {
-        const NodeRecord& node = project.NodeRecord[static_cast<std::size_t>(row)];
+        const NodeRecord& node = project.NodeRecord[row];
         if (node.Number == InflowNumber) {
             continue;
         }

@@ -97,7 +97,7 @@ const std::vector<CurvePoint> RatedPump{{0, 52}, {150, 40}, {225, 26}};
 
 int PumpRow(const Project& project) {
     for (int pipe = 1; pipe <= project.NumberOfPipes; ++pipe) {
-        if (project.CalcPipeRecord[static_cast<std::size_t>(pipe)].Material == MaterialFirePump) {
+        if (project.CalcPipeRecord[pipe].Material == MaterialFirePump) {
             return pipe;
         }
     }
@@ -106,7 +106,7 @@ int PumpRow(const Project& project) {
 
 const PipeResultRecord& PumpResult(const Project& project) {
     for (int row = 1; row <= project.CalculationData.NumberOfUniquePipeSections; ++row) {
-        const PipeResultRecord& result = project.PipeResultRecord[static_cast<std::size_t>(row)];
+        const PipeResultRecord& result = project.PipeResultRecord[row];
         if (result.DeviceFlag == 2) {
             return result;
         }
@@ -189,7 +189,7 @@ TEST(PumpNetwork, ATypedBoostTakesOnePassInSupplyMode) {
     EXPECT_EQ(pump.FrictionPressure, 25);
     EXPECT_NEAR(pump.ResidualE - pump.ResidualB, 25, 0.01);
     EXPECT_EQ(project.PipeRecord[2].DeviceLoss, 25);
-    EXPECT_EQ(project.CalcPipeRecord[static_cast<std::size_t>(PumpRow(project))].DeviceLoss, 25);
+    EXPECT_EQ(project.CalcPipeRecord[PumpRow(project)].DeviceLoss, 25);
     EXPECT_FALSE(run.Command->Context().PumpRerunPending);
 }
 
@@ -241,8 +241,7 @@ TEST(PumpNetwork, ASupplyCurvePumpSettlesWhereTheCurveMeetsTheNetwork) {
     // The row holds -4 again, in the typed and in the calculated table, and the next run begins
     // the same way and finds the same.
     EXPECT_EQ(project.PipeRecord[2].DeviceLoss, NotGiven);
-    EXPECT_EQ(project.CalcPipeRecord[static_cast<std::size_t>(PumpRow(project))].DeviceLoss,
-              NotGiven);
+    EXPECT_EQ(project.CalcPipeRecord[PumpRow(project)].DeviceLoss, NotGiven);
     EXPECT_FALSE(run.Command->Context().PumpRerunPending);
     EXPECT_FALSE(run.Command->Context().ResultsPending);
     EXPECT_EQ(project.InputChanged, 0);
@@ -320,8 +319,7 @@ TEST(PumpNetwork, ACurveThatNeverSettlesStopsWithAMessage) {
               std::vector<std::string>{messages::PumpFlowUnsettled(MaximumPumpPasses)});
     EXPECT_EQ(run.Dialogs.All().front().Style, MessageStyle::Plain);
     EXPECT_EQ(project.InputChanged, True);
-    EXPECT_EQ(project.CalcPipeRecord[static_cast<std::size_t>(PumpRow(project))].DeviceLoss,
-              NotGiven);
+    EXPECT_EQ(project.CalcPipeRecord[PumpRow(project)].DeviceLoss, NotGiven);
 }
 
 TEST(PumpNetwork, ADemandCurvePumpMeetsTheTargetWithItsBoost) {
@@ -342,7 +340,7 @@ TEST(PumpNetwork, ADemandCurvePumpMeetsTheTargetWithItsBoost) {
     const double flow = project.CalculationData.InflowFlow;
     const double boost = PumpResult(project).FrictionPressure;
     EXPECT_NEAR(boost, EvaluatePumpCurve(curve, flow), Slope(curve, flow) * 0.001);
-    EXPECT_EQ(project.CalcPipeRecord[static_cast<std::size_t>(PumpRow(project))].DeviceLoss, boost);
+    EXPECT_EQ(project.CalcPipeRecord[PumpRow(project)].DeviceLoss, boost);
     const DemandSolution reference =
         SolveDemand(ReferenceWithBoost(project, boost), {HmdTarget, 0});
     ASSERT_TRUE(reference.Converged);
@@ -415,8 +413,7 @@ TEST(PumpNetwork, ASprinklerUpstreamOfThePumpIsRefusedAfterTheSolve) {
     EXPECT_EQ(run.Texts(), std::vector<std::string>{messages::SprinklerUpstreamOfPump});
     EXPECT_EQ(run.Screens.Sent.back(), std::string(screens::PipeData) + " Show");
     // The solver ran: its flows stand in the table.
-    EXPECT_GT(std::fabs(project.CalcPipeRecord[static_cast<std::size_t>(PumpRow(project))].Flow),
-              1);
+    EXPECT_GT(std::fabs(project.CalcPipeRecord[PumpRow(project)].Flow), 1);
     EXPECT_EQ(project.CalculationData.NumberOfUniquePipeSections, 0);
 
     // A sprinkler behind the pump is its work.

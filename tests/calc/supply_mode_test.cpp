@@ -86,7 +86,7 @@ TEST(SupplyMode, ASymmetricLoopSplitsTheFlowInHalves) {
     EXPECT_NEAR(NodeOf(project, 40).ResidualPressure, p30, 0.005);
     EXPECT_NEAR(NodeOf(project, 20).ResidualPressure, p20, 0.005);
     for (int pipe = 1; pipe <= project.NumberOfPipes; ++pipe) {
-        const CalcPipeRecord& record = project.CalcPipeRecord[static_cast<std::size_t>(pipe)];
+        const CalcPipeRecord& record = project.CalcPipeRecord[pipe];
         const bool riser = record.EndNode == "10000";
         const bool cross = record.BegNode == "30" && record.EndNode == "40";
         const double expected = riser ? flow : cross ? 0.0 : flow / 2;
@@ -149,7 +149,7 @@ TEST(SupplyMode, AMeterHoldsItsLossWithinATenthOfAPsi) {
     // The meter's result row is a device row carrying its loss.
     bool found = false;
     for (int row = 1; row <= project.CalculationData.NumberOfUniquePipeSections; ++row) {
-        const PipeResultRecord& result = project.PipeResultRecord[static_cast<std::size_t>(row)];
+        const PipeResultRecord& result = project.PipeResultRecord[row];
         if (result.DeviceFlag == 2) {
             found = true;
             EXPECT_EQ(result.FrictionPressure, 6);

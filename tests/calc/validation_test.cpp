@@ -44,16 +44,16 @@ protected:
         EXPECT_EQ(shown.Style, expected.Style);
         EXPECT_EQ(project_.InputChanged, inputChanged);
         for (int row = 1; row <= project_.NumberOfPipeRows; ++row) {
-            EXPECT_EQ(project_.PipeRecord[static_cast<std::size_t>(row)].PressEstimateB,
+            EXPECT_EQ(project_.PipeRecord[row].PressEstimateB,
                       before[static_cast<std::size_t>(row)].PressEstimateB);
-            EXPECT_EQ(project_.PipeRecord[static_cast<std::size_t>(row)].PressEstimateE,
+            EXPECT_EQ(project_.PipeRecord[row].PressEstimateE,
                       before[static_cast<std::size_t>(row)].PressEstimateE);
         }
     }
 
     CalculationScreen Screen() const { return CalculationScreenFromProject(project_); }
 
-    PipeRecord& Row(int row) { return project_.PipeRecord[static_cast<std::size_t>(row)]; }
+    PipeRecord& Row(int row) { return project_.PipeRecord[row]; }
 
     Project project_;
     NetworkBuilder network_;

@@ -58,8 +58,8 @@ TEST(CalcCommandPump, ASupplyCurvePumpIsSavedWithItsBoost) {
     const CalculationData& data = saved->CalculationData;
     const PipeResultRecord* pump = nullptr;
     for (int row = 1; row <= data.NumberOfUniquePipeSections; ++row) {
-        if (saved->PipeResultRecord[static_cast<std::size_t>(row)].DeviceFlag == 2) {
-            pump = &saved->PipeResultRecord[static_cast<std::size_t>(row)];
+        if (saved->PipeResultRecord[row].DeviceFlag == 2) {
+            pump = &saved->PipeResultRecord[row];
         }
     }
     ASSERT_NE(pump, nullptr);

@@ -89,7 +89,7 @@ protected:
         EXPECT_LE(project.UnitSystem, 2);
         const int rows = std::clamp<int>(project.NumberOfPipeRows, 0, MaxPipes);
         for (int row = 1; row <= rows; ++row) {
-            ASSERT_LE(project.PipeRecord[static_cast<std::size_t>(row)].Material, 54);
+            ASSERT_LE(project.PipeRecord[row].Material, 54);
         }
         EXPECT_FALSE(project.AlarmDeviceName.find_first_not_of(' ') == std::string::npos);
         EXPECT_FALSE(project.AlarmDeviceShortName.find_first_not_of(' ') == std::string::npos);

@@ -1,8 +1,11 @@
+#include "core/atomic_write.h"
 #include "gui/additional_fitting_calculator_dialog.h"
 #include "gui/branch_line_calculator_dialog.h"
+#include "gui/help_window.h"
 #include "gui/kfactor_calculator_dialog.h"
 #include "gui/validated_field.h"
 #include "library/pipe_library_file.h"
+#include "reports/dxf_graph.h"
 #include "tests/gui/desktop_fixture.h"
 
 #include <QApplication>
@@ -15,6 +18,7 @@
 namespace quench {
 namespace {
 
+namespace fs = std::filesystem;
 using testing::Desktop;
 using testing::ScratchDirectory;
 using testing::ScriptedDialogs;
@@ -186,6 +190,83 @@ TEST(MainFrame, TheToolsMenuOpensBothKFactorCalculators) {
         });
     frame.Dispatch("ToolBranchLineCalculator");
     EXPECT_TRUE(opened);
+}
+
+TEST(MainFrame, AKFactorHelpWindowsCalculatorReturnsItsValueAsThePick) {
+    ScratchDirectory scratch;
+    Desktop desktop(scratch.Path());
+    gui::MainFrame& frame = *desktop.Frame;
+    frame.Dispatch("ToolNew");
+    std::vector<std::string> words;
+    gui::ScreenDispatcher& screens = frame.Dispatcher();
+    screens.Register("frmEEPipeData",
+                     [&words](std::string_view word) { words.emplace_back(word); });
+
+    frame.Help().Show({"EEPipeDataKFactorB", 3, "Dflt", "frmEEPipeData", ""});
+    auto* list = qobject_cast<gui::HelpListWindow*>(frame.Help().Current());
+    ASSERT_NE(list, nullptr);
+    ASSERT_EQ(list->CalculatorButtons().size(), 2u);
+    WhenOpened<gui::KFactorCalculatorDialog>([](gui::KFactorCalculatorDialog& calculator) {
+        EXPECT_EQ(calculator.Field("txtSecondKfactor")->text(), ""); // "Dflt" is no value
+        Type(calculator.Field("txtFlowRate"), "42");
+        Type(calculator.Field("txtHeadLoss"), "16");
+        Click(&calculator, "cmdClose");
+    });
+    list->CalculatorButtons()[0]->click();
+    QApplication::processEvents();
+    EXPECT_EQ(frame.Help().State().HelpSelection, "10.5");
+    EXPECT_EQ(words, std::vector<std::string>{"UpdateEEPipeDataFromHelpWindow"});
+
+    // Cancel in the branch line calculator leaves the help window open and picks nothing.
+    frame.Help().Show({"EEPipeDataKFactorB", 3, "5.6", "frmEEPipeData", ""});
+    list = qobject_cast<gui::HelpListWindow*>(frame.Help().Current());
+    ASSERT_NE(list, nullptr);
+    WhenOpened<gui::BranchLineCalculatorDialog>([](gui::BranchLineCalculatorDialog& calculator) {
+        EXPECT_EQ(calculator.Field("txtSprinkler")->text(), "5.6");
+        Click(&calculator, "cmdCancel");
+    });
+    list->CalculatorButtons()[1]->click();
+    EXPECT_FALSE(list->Choice());
+    list->close();
+    QApplication::processEvents();
+    EXPECT_EQ(words.size(), 1u);
+}
+
+TEST(MainFrame, TheGraphIsSavedAsADrawingThroughItsFileDialog) {
+    ScratchDirectory scratch;
+    const auto project = testing::BranchLine().Write(scratch.Path() / "projects" / "branch.qnw");
+    Desktop desktop(scratch.Path());
+    gui::MainFrame& frame = *desktop.Frame;
+    frame.RunStartFile(QString::fromStdString(project.string()));
+    ASSERT_TRUE(frame.Lifecycle().ProjectIsLoaded());
+    ASSERT_NE(frame.Action("ToolDXF_Graph"), nullptr);
+    desktop.Model->SystemData.TestStaticPressure = 70;
+    desktop.Model->SystemData.TestResidualPressure = 50;
+    desktop.Model->SystemData.TestFlowRate = 800;
+
+    const auto drawing = scratch.Path() / "graph.dxf";
+    desktop.Choices.SaveFiles.push_back(drawing);
+    frame.Dispatch("ToolDXF_Graph");
+    EXPECT_TRUE(desktop.Choices.SaveFiles.empty());
+    std::string bytes;
+    ASSERT_TRUE(ReadWholeFile(drawing, bytes));
+    EXPECT_EQ(bytes, DxfGraphText(GraphDataOf(desktop.Model->SystemData)).value());
+
+    // A residual above the static pressure: a message and no file.
+    fs::remove(drawing);
+    desktop.Model->SystemData.TestResidualPressure = 90;
+    desktop.Choices.SaveFiles.push_back(drawing);
+    frame.Dispatch("ToolDXF_Graph");
+    EXPECT_EQ(desktop.Dialogs.LastText(), DxfImpossibleTestMessage);
+    EXPECT_FALSE(fs::exists(drawing));
+
+    // A metric project is told so before any file is asked for.
+    desktop.Model->UnitSystem = 1;
+    desktop.Choices.SaveFiles.push_back(drawing);
+    frame.Dispatch("ToolDXF_Graph");
+    EXPECT_EQ(desktop.Choices.SaveFiles.size(), 1u);
+    EXPECT_EQ(desktop.Dialogs.LastText(), DxfMetricMessage);
+    EXPECT_FALSE(fs::exists(drawing));
 }
 
 } // namespace

@@ -38,7 +38,7 @@ TEST(MainFrame, StartsWithTheCommandsOfTheTable) {
     EXPECT_EQ(MenuTitles(frame), (QStringList{"&File", "&Project", "&Reports", "&Libraries",
                                               "&Tools", "&Window", "&Help"}));
     EXPECT_NE(frame.Action("WindowTileVertical"), nullptr);
-    EXPECT_EQ(frame.Action("ToolDXF_Graph"), nullptr);
+    EXPECT_NE(frame.Action("ToolDXF_Graph"), nullptr);
     EXPECT_FALSE(frame.Action("ToolPreview")->isEnabled());
     EXPECT_TRUE(frame.Action("ToolNew")->isEnabled());
     EXPECT_FALSE(frame.Action("ToolSave")->isEnabled());

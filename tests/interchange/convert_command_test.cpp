@@ -94,6 +94,9 @@ TEST(ConvertCommand, DrawingsInAndOut) {
     EXPECT_EQ(run.Status, cli::ExitStopped);
     EXPECT_NE(run.Err.find("Sizes Not Written: The project holds no calculated results"),
               std::string::npos);
+    run = RunQuench({"convert", file, (scratch / "early.inp").string()});
+    EXPECT_EQ(run.Status, cli::ExitStopped);
+    EXPECT_FALSE(std::filesystem::exists(scratch / "early.inp"));
     project->CalculationData.SupplyMode = 1;
     project->CalculationData.DemandMode = 0;
     project->CalculationData.InflowResidualPressure1 = 60;
@@ -102,6 +105,12 @@ TEST(ConvertCommand, DrawingsInAndOut) {
     run = RunQuench({"convert", file, out, "--drawing", drawing.string()});
     ASSERT_EQ(run.Status, cli::ExitSuccess) << run.Err;
     EXPECT_EQ(run.Out, "11 pipes and 12 nodes annotated.\n");
+    const auto epanet = (scratch / "tree.inp").string();
+    run = RunQuench({"convert", file, epanet});
+    ASSERT_EQ(run.Status, cli::ExitSuccess) << run.Err;
+    std::string inp;
+    ASSERT_TRUE(ReadWholeFile(epanet, inp));
+    EXPECT_NE(inp.find("[EMITTERS]"), std::string::npos);
 
     ExpectOneLineError(RunQuench({"convert", file, out}), "needs --drawing");
     ExpectOneLineError(RunQuench({"convert", drawing.string(), file, "--units", "furlong"}),

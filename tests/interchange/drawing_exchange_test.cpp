@@ -6,8 +6,8 @@
 #include "tests/support/network_builder.h"
 #include "tests/support/scratch_directory.h"
 
-#include <dxflib/dl_creationadapter.h>
 #include <cmath>
+#include <dxflib/dl_creationadapter.h>
 #include <map>
 #include <memory>
 #include <random>
@@ -243,6 +243,13 @@ TEST(DrawingImport, MutatedAndHostileDrawings) {
         const auto outcome = ImportDrawing(*project, content, {}, DefaultLibrary());
         EXPECT_LE(project->NumberOfPipeRows, 1);
         EXPECT_TRUE(outcome.Loaded || !outcome.Message.empty());
+    }
+    // A line longer than the reader's buffer is cut, not read for ever.
+    for (const std::size_t length : {1023u, 1024u, 5000u}) {
+        std::string text = good;
+        text.insert(text.find("FP-HEADS") + 8, std::string(length, 'x'));
+        ASSERT_TRUE(ReadDrawing(text, content)) << length;
+        EXPECT_EQ(content.Inserts.size(), 21u);
     }
     std::mt19937 random(3);
     for (int trial = 0; trial < 150; ++trial) {

@@ -63,7 +63,7 @@ LegacyFileBuilder OldProject(std::int16_t mode) {
     pump.Begin = 1;
     pump.End = 2;
     pump.Material = 84;
-    pump.Length10 = -125; // a boost of 12.5 psi
+    pump.Length10 = -125; // the device value, -12.5 after the division
     file.AddPipe(pump);
     LegacyFileBuilder::Pipe main;
     main.Begin = 2;

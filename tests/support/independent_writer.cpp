@@ -702,21 +702,21 @@ FileBytes LayProjectFile(const Project& project, LaidExtensions extensions) {
     Append(file, LaySystemData(project.SystemData));
     Append(file, LayInteger(project.NumberOfPipeRows));
     for (int row = 1; row <= project.NumberOfPipeRows; ++row) {
-        Append(file, LayPipeRecord(project.PipeRecord[static_cast<std::size_t>(row)]));
+        Append(file, LayPipeRecord(project.PipeRecord[row]));
     }
     Append(file, LayTreeBuilderData(project.TreeBuilderData));
     Append(file, LayGridBuilderData(project.GridBuilderData));
     Append(file, LayCalculationData(project.CalculationData));
     for (int row = 1; row <= project.CalculationData.NumberOfUniquePipeSections; ++row) {
-        Append(file, LayPipeResultRecord(project.PipeResultRecord[static_cast<std::size_t>(row)]));
+        Append(file, LayPipeResultRecord(project.PipeResultRecord[row]));
     }
     Append(file, LayInteger(project.NumberOfNodes));
     Append(file, LayInteger(project.NumberOfPipes));
     for (int row = 1; row <= project.NumberOfNodes; ++row) {
-        Append(file, LayNodeRecord(project.NodeRecord[static_cast<std::size_t>(row)]));
+        Append(file, LayNodeRecord(project.NodeRecord[row]));
     }
     for (int row = 1; row <= project.NumberOfPipes; ++row) {
-        Append(file, LayCalcPipeRecord(project.CalcPipeRecord[static_cast<std::size_t>(row)]));
+        Append(file, LayCalcPipeRecord(project.CalcPipeRecord[row]));
     }
     Append(file, LayDouble(project.MaxNodePressureImbalanceResult));
     Append(file, LayDouble(project.AvgNodePressureImbalanceResult));
@@ -743,20 +743,20 @@ void FillSampleProject(Project& project, int pipeRows, int resultRows, int nodes
     FillSystemData(project.SystemData, next);
     project.NumberOfPipeRows = static_cast<std::int16_t>(pipeRows);
     for (int row = 1; row <= pipeRows; ++row) {
-        FillPipeRow(project.PipeRecord[static_cast<std::size_t>(row)], next, row);
+        FillPipeRow(project.PipeRecord[row], next, row);
     }
     FillBuilders(project, next);
     FillCalculationData(project.CalculationData, next, resultRows);
     for (int row = 1; row <= resultRows; ++row) {
-        FillResultRow(project.PipeResultRecord[static_cast<std::size_t>(row)], next, row);
+        FillResultRow(project.PipeResultRecord[row], next, row);
     }
     project.NumberOfNodes = static_cast<std::int16_t>(nodes);
     project.NumberOfPipes = static_cast<std::int16_t>(pipes);
     for (int row = 1; row <= nodes; ++row) {
-        FillNodeRow(project.NodeRecord[static_cast<std::size_t>(row)], next);
+        FillNodeRow(project.NodeRecord[row], next);
     }
     for (int row = 1; row <= pipes; ++row) {
-        FillCalcPipeRow(project.CalcPipeRecord[static_cast<std::size_t>(row)], next, row);
+        FillCalcPipeRow(project.CalcPipeRecord[row], next, row);
     }
     project.MaxNodePressureImbalanceResult = next.Double();
     project.AvgNodePressureImbalanceResult = next.Double();
@@ -774,7 +774,7 @@ std::unique_ptr<Project> ModelAfterReading(const Project& laid, LaidExtensions e
                                            std::int32_t format) {
     auto model = std::make_unique<Project>(laid);
     for (int row = 1; row <= MaxPipes; ++row) {
-        auto& material = model->PipeRecord[static_cast<std::size_t>(row)].Material;
+        auto& material = model->PipeRecord[row].Material;
         if (row > laid.NumberOfPipeRows) {
             material = laid.SystemData.DefaultPipeMaterial;
         } else if (material > 54) {

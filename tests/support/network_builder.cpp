@@ -17,7 +17,7 @@ NetworkBuilder::NetworkBuilder(Project& project) : project_(project) {
 
 PipeRecord& NetworkBuilder::Pipe(int begin, int end, Single length, Single diameter,
                                  Integer material) {
-    PipeRecord& row = project_.PipeRecord[static_cast<std::size_t>(++project_.NumberOfPipeRows)];
+    PipeRecord& row = project_.PipeRecord[++project_.NumberOfPipeRows];
     row = PipeRecord{};
     row.BegNode = std::to_string(begin);
     row.EndNode = std::to_string(end);
@@ -41,7 +41,7 @@ PipeRecord& NetworkBuilder::Device(int begin, int end, Integer material, Single 
 template <class Apply>
 void NetworkBuilder::AtNode(int node, Apply apply) {
     for (int row = 1; row <= project_.NumberOfPipeRows; ++row) {
-        PipeRecord& record = project_.PipeRecord[static_cast<std::size_t>(row)];
+        PipeRecord& record = project_.PipeRecord[row];
         if (ToNumber(record.BegNode) == node) {
             apply(record, true);
         }
@@ -118,7 +118,7 @@ NetworkBuilder& NetworkBuilder::MaximumImbalance(double tolerance) {
 
 const NodeRecord& NodeOf(const Project& project, int number) {
     for (int i = 1; i <= project.NumberOfNodes; ++i) {
-        const NodeRecord& node = project.NodeRecord[static_cast<std::size_t>(i)];
+        const NodeRecord& node = project.NodeRecord[i];
         if (node.Number == number ||
             (node.Number == InflowNodeCode && number == project.InflowNode)) {
             return node;

@@ -26,7 +26,7 @@ double SprinklerFlow(double kFactor, double pressure) {
 double WorstSprinklerLawError(const Project& project) {
     double worst = 0;
     for (int row = 1; row <= project.NumberOfNodes; ++row) {
-        const NodeRecord& node = project.NodeRecord[static_cast<std::size_t>(row)];
+        const NodeRecord& node = project.NodeRecord[row];
         if (node.KFactor <= 0) {
             continue;
         }
@@ -40,7 +40,7 @@ Agreement CompareWithReference(const Project& project, const ReferenceSolution& 
     Agreement agreement;
     agreement.Converged = reference.Converged;
     for (int row = 1; row <= project.NumberOfNodes; ++row) {
-        const NodeRecord& node = project.NodeRecord[static_cast<std::size_t>(row)];
+        const NodeRecord& node = project.NodeRecord[row];
         const auto found = reference.Residual.find(node.Number);
         if (found == reference.Residual.end()) {
             continue;
@@ -55,9 +55,8 @@ Agreement CompareWithReference(const Project& project, const ReferenceSolution& 
         if (static_cast<std::size_t>(pipe) > reference.LinkFlow.size()) {
             break;
         }
-        const double difference =
-            std::fabs(project.CalcPipeRecord[static_cast<std::size_t>(pipe)].Flow -
-                      reference.LinkFlow[static_cast<std::size_t>(pipe - 1)]);
+        const double difference = std::fabs(project.CalcPipeRecord[pipe].Flow -
+                                            reference.LinkFlow[static_cast<std::size_t>(pipe - 1)]);
         agreement.WorstFlow = std::max(agreement.WorstFlow, difference);
     }
     return agreement;

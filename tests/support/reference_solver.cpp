@@ -545,12 +545,12 @@ ReferenceNetwork NetworkFromProject(const Project& project,
     ReferenceNetwork network;
     network.Inflow = InflowNodeCode;
     for (int row = 1; row <= project.NumberOfNodes; ++row) {
-        const auto& node = project.NodeRecord[static_cast<std::size_t>(row)];
+        const auto& node = project.NodeRecord[row];
         network.Nodes.push_back(ReferenceNode{node.Number, node.Elevation, node.KFactor,
                                               node.FixedFlow, node.SprinklerArea});
     }
     for (int row = 1; row <= project.NumberOfPipes; ++row) {
-        const auto& pipe = project.CalcPipeRecord[static_cast<std::size_t>(row)];
+        const auto& pipe = project.CalcPipeRecord[row];
         ReferenceLink link;
         link.From = std::stoi(pipe.BegNode);
         link.To = std::stoi(pipe.EndNode);
@@ -574,7 +574,7 @@ BalanceReport MeasurePostedBalance(const Project& project,
     std::map<int, const NodeRecord*> nodes;
     std::map<int, double> imbalance;
     for (int row = 1; row <= project.NumberOfNodes; ++row) {
-        const auto& node = project.NodeRecord[static_cast<std::size_t>(row)];
+        const auto& node = project.NodeRecord[row];
         nodes[node.Number] = &node;
         imbalance[node.Number] = node.FixedFlow + (node.KFactor > 0 ? node.Discharge : 0.0);
     }
