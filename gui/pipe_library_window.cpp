@@ -27,6 +27,10 @@ std::string Utf8(const QString& text) {
     return text.toStdString();
 }
 
+constexpr const char* CloseWithChangesText =
+    "Data for the last specified pipe material has been changed.  Do you really want to discard "
+    "changes and close the pipe materials library?";
+
 constexpr std::array<const char*, LibraryFittingKinds> FittingNames = {"45E", "90E", "LTE", "T&&C",
                                                                        "B",   "G",   "CHV"};
 constexpr std::array<const char*, 4> FittingRowNames = {"Equivalent length", "Cost", "Labour",
@@ -343,6 +347,18 @@ void PipeLibraryWindow::DiameterEdited() {
     }
     editor_.SetDiameterData(DiameterFromFields());
     ShowDiameter();
+}
+
+void PipeLibraryWindow::reject() {
+    NameEdited();
+    CValueEdited();
+    DiameterEdited();
+    if (editor_.HasChanges() &&
+        dialogs_.Ask(Buttons::YesNo, Answer::No, MessageStyle::Question, DiscardChangesTitle,
+                     CloseWithChangesText) != Answer::Yes) {
+        return;
+    }
+    QDialog::reject();
 }
 
 void PipeLibraryWindow::Command(std::string_view key) {

@@ -54,6 +54,9 @@ public:
     void Command(std::string_view key);
     QComboBox* CopySource() const { return copySource_; }
 
+    // Close: with edits not saved the user is asked first; No keeps the screen open.
+    void reject() override;
+
 signals:
     // The library file was written: screens listing materials show them again.
     void LibrarySaved();

@@ -138,8 +138,22 @@ TEST(PipeLibraryWindow, UnitsConvertWhatIsShownAndCancelDiscards) {
     window.Command("ToolCancel");
     EXPECT_EQ(dialogs.LastTitle(), "Input Data Error");
     EXPECT_EQ(window.txtPipeCValue()->text(), QString::number(cValue));
+
     EXPECT_FALSE(window.Rules().HasChanges());
     EXPECT_EQ(*window.Rules().CurrentDiameter(), stored);
+    EXPECT_EQ(library.Materials, before.Materials);
+
+    // Closing with edits asks; No keeps the screen and the edits, Yes lets both go.
+    window.show();
+    Type(window.txtPipeName(), "Renamed");
+    dialogs.Script(Answer::No);
+    window.reject();
+    EXPECT_EQ(dialogs.LastTitle(), "Discard changes?");
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_EQ(window.Rules().Material().Description, "Renamed");
+    dialogs.Script(Answer::Yes);
+    window.reject();
+    EXPECT_FALSE(window.isVisible());
     EXPECT_EQ(library.Materials, before.Materials);
 }
 
