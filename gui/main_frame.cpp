@@ -677,7 +677,8 @@ void MainFrame::OpenPipeLibrary() {
             pipes->Reload();
         }
     });
-    screen->show();
+    // Modal to the frame: no run reads the library, nor does the project change, meanwhile.
+    screen->open();
 }
 
 void MainFrame::OpenFirePump() {
@@ -686,7 +687,7 @@ void MainFrame::OpenFirePump() {
     screen->setAttribute(Qt::WA_DeleteOnClose);
     // The pump row's Loss field and the title's modified mark follow the curve passed.
     connect(screen, &QDialog::accepted, this, [this] { ProjectStateChanged(); });
-    screen->show();
+    screen->open();
 }
 
 void MainFrame::OpenDataUnits() {
