@@ -50,11 +50,11 @@ constexpr std::array Table{
     CommandEntry{"ToolDXF_Graph"sv, Menu::Reports, "Save Graph as AutoCAD D&XF File..."sv, !Toolbar,
                  Exists},
 
-    CommandEntry{"ToolPipeDB"sv, Menu::Libraries, "&Pipe Materials Library"sv, Toolbar, !Exists},
-    CommandEntry{"ToolPumpDB"sv, Menu::Libraries, "&Fire Pump Database"sv, Toolbar, !Exists},
+    CommandEntry{"ToolPipeDB"sv, Menu::Libraries, "&Pipe Materials Library"sv, Toolbar, Exists},
+    CommandEntry{"ToolPumpDB"sv, Menu::Libraries, "&Fire Pump Database"sv, Toolbar, Exists},
 
     CommandEntry{"ToolUnits"sv, Menu::Tools, "Data &Units..."sv, Toolbar, Exists},
-    CommandEntry{"ToolOptions"sv, Menu::Tools, "&Options..."sv, !Toolbar, !Exists},
+    CommandEntry{"ToolOptions"sv, Menu::Tools, "&Options..."sv, !Toolbar, Exists},
     CommandEntry{"ToolProjectExplorer"sv, Menu::Tools, "Project &Explorer"sv, Toolbar, !Exists},
     CommandEntry{"ToolCalculator"sv, Menu::Tools, "&Calculator"sv, !Toolbar, !Exists},
     CommandEntry{"ToolBranchLineCalculator"sv, Menu::Tools, "&Branch Line Calculator"sv, !Toolbar,
@@ -87,7 +87,7 @@ constexpr std::array Table{
     CommandEntry{"ToolTutorial"sv, Menu::Help, "&Tutorial"sv, !Toolbar, !Exists},
     CommandEntry{"ToolFrequentlyAskedQuestions"sv, Menu::Help, "&Frequently Asked Questions"sv,
                  !Toolbar, !Exists},
-    CommandEntry{"ToolTipOfTheDay"sv, Menu::Help, "Tip of the &Day"sv, !Toolbar, !Exists},
+    CommandEntry{"ToolTipOfTheDay"sv, Menu::Help, "Tip of the &Day"sv, !Toolbar, Exists},
     CommandEntry{"ToolSendMailToTechSupport"sv, Menu::Help, "Send &Mail to Technical Support"sv,
                  !Toolbar, !Exists},
     CommandEntry{"tbCheckForUpdate"sv, Menu::Help, "Check for &Updates"sv, !Toolbar, !Exists},
@@ -98,7 +98,7 @@ constexpr std::array Table{
     CommandEntry{"ToolVantorHomePage"sv, Menu::Help, "Vantor Home Page"sv, !Toolbar, !Exists},
     CommandEntry{"ToolAboutVantorSoftware"sv, Menu::Help, "About &Vantor Software"sv, !Toolbar,
                  !Exists},
-    CommandEntry{"ToolAboutQUENCH"sv, Menu::Help, "&About QUENCH"sv, !Toolbar, !Exists},
+    CommandEntry{"ToolAboutQUENCH"sv, Menu::Help, "&About QUENCH"sv, !Toolbar, Exists},
 };
 
 // DisableActiveBarTools: "File", then "Project", then "Reports".

@@ -7,6 +7,7 @@
 // showing SI converts at its edge, except the typed text of a new diameter, read here.
 
 #include "core/dialogs.h"
+#include "entry/field_rules.h"
 #include "library/pipe_library.h"
 
 #include <string_view>
@@ -18,8 +19,6 @@ constexpr const char* DiscardChangesTitle = "Discard changes?";
 constexpr const char* MaximumDiametersTitle = "Maximum number of diameters reached";
 constexpr const char* ConfirmLibrarySaveTitle = "Confirm Pipe Database Save";
 constexpr const char* LibraryWriteErrorTitle = "Pipe Database";
-constexpr const char* ValueTooLowText =
-    "Value is too low.  Entry has been set to minimum allowed value.";
 
 class PipeLibraryEditor {
 public:

@@ -79,6 +79,9 @@ int main(int argc, char** argv) {
         frame.show();
         splash.finish(&frame);
         frame.RunStartFile(commandLine);
+        if (state.ShowTipsAtStartup) {
+            frame.Dispatch("ToolTipOfTheDay");
+        }
     });
     splash.show();
     return QApplication::exec();

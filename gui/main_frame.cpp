@@ -13,11 +13,14 @@
 #include "gui/cursor_pause.h"
 #include "gui/data_units_dialog.h"
 #include "gui/device_dialog.h"
+#include "gui/fire_pump_window.h"
 #include "gui/general_data_window.h"
 #include "gui/help_window.h"
 #include "gui/kfactor_calculator_dialog.h"
 #include "gui/node_editor_window.h"
 #include "gui/pipe_data_window.h"
+#include "gui/pipe_library_window.h"
+#include "gui/program_dialogs.h"
 #include "gui/qt_text.h"
 #include "gui/report_commands.h"
 #include "gui/report_preview.h"
@@ -322,6 +325,17 @@ void MainFrame::Dispatch(const QString& key) {
         ShowNodalEditor();
     } else if (key == "ToolUnits") {
         OpenDataUnits();
+    } else if (key == "ToolPipeDB") {
+        OpenPipeLibrary();
+    } else if (key == "ToolPumpDB") {
+        OpenFirePump();
+    } else if (key == "ToolOptions") {
+        OpenBox(new OptionsDialog(settings_, dialogs_, decimalCharacter_, this));
+    } else if (key == "ToolTipOfTheDay") {
+        OpenBox(new TipOfTheDayDialog(library_.File.parent_path() / std::string(TipsFileName),
+                                      settings_, this));
+    } else if (key == "ToolAboutQUENCH") {
+        ShowAbout(this);
     } else if (key == "ToolOpenDosQUENCHProject") {
         interchange_.OpenDosProject();
     } else if (key == "ToolSaveAsDosQUENCHProject") {
@@ -541,6 +555,7 @@ void MainFrame::ShowPipeData() {
             [this](const QString& text) { statusBar()->showMessage(text); });
     connect(screen, &PipeDataWindow::DeviceDialogWanted, this,
             [this] { OpenDeviceDialog(project_, this); });
+    connect(screen, &PipeDataWindow::PumpScreenWanted, this, [this] { OpenFirePump(); });
     pipeDataWindow_->show();
 }
 
@@ -646,6 +661,33 @@ bool MainFrame::eventFilter(QObject* watched, QEvent* event) {
 void MainFrame::SetRunning(bool running) {
     running_ = running;
     UpdateCommands();
+}
+
+void MainFrame::OpenBox(QDialog* box) {
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->open();
+}
+
+void MainFrame::OpenPipeLibrary() {
+    auto* screen = new PipeLibraryWindow(library_, dialogs_, Units(), this);
+    screen->setAttribute(Qt::WA_DeleteOnClose);
+    // The library is the frame's own: a saved material is in the pick lists at once.
+    connect(screen, &PipeLibraryWindow::LibrarySaved, this, [this] {
+        if (PipeDataWindow* pipes = PipeData()) {
+            pipes->Reload();
+        }
+    });
+    // Modal to the frame: no run reads the library, nor does the project change, meanwhile.
+    screen->open();
+}
+
+void MainFrame::OpenFirePump() {
+    auto* screen = new FirePumpWindow(
+        project_, library_.File.parent_path() / std::string(PumpDatabaseFileName), dialogs_, this);
+    screen->setAttribute(Qt::WA_DeleteOnClose);
+    // The pump row's Loss field and the title's modified mark follow the curve passed.
+    connect(screen, &QDialog::accepted, this, [this] { ProjectStateChanged(); });
+    screen->open();
 }
 
 void MainFrame::OpenDataUnits() {

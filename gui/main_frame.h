@@ -24,6 +24,7 @@
 #include <QPointer>
 
 class QAction;
+class QDialog;
 class QMdiArea;
 class QMdiSubWindow;
 class QMenu;
@@ -126,6 +127,9 @@ private:
     QMdiSubWindow* AddScreen(QWidget* screen, QSize size, std::string_view section);
     void SetUpReports();
     void OpenDataUnits();
+    void OpenPipeLibrary();
+    void OpenBox(QDialog* box);
+    void OpenFirePump();
     void SaveDxfGraph();
     std::optional<std::string> OpenCalculator(HelpCalculator calculator,
                                               const HelpRequest& request);

@@ -35,8 +35,8 @@ TEST(MainFrame, StartsWithTheCommandsOfTheTable) {
     gui::MainFrame& frame = *desktop.Frame;
     EXPECT_EQ(frame.windowTitle(), "Quench");
     // Menus whose screens are not built yet stay out.
-    EXPECT_EQ(MenuTitles(frame),
-              (QStringList{"&File", "&Project", "&Reports", "&Tools", "&Window"}));
+    EXPECT_EQ(MenuTitles(frame), (QStringList{"&File", "&Project", "&Reports", "&Libraries",
+                                              "&Tools", "&Window", "&Help"}));
     EXPECT_NE(frame.Action("WindowTileVertical"), nullptr);
     EXPECT_NE(frame.Action("ToolDXF_Graph"), nullptr);
     EXPECT_FALSE(frame.Action("ToolPreview")->isEnabled());
