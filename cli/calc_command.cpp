@@ -1,11 +1,11 @@
 // quench calc FILE: the Calculate command of the Calculation screen, from the settings stored in
 // FILE, and on success the project saved back with its results as Save does.
 
-#include "app/project_lifecycle.h"
 #include "calc/calculation.h"
 #include "calc/independent_check.h"
 #include "cli/command.h"
 #include "cli/library_arguments.h"
+#include "cli/project_session.h"
 #include "core/atomic_write.h"
 #include "core/formats.h"
 #include "core/json_writer.h"
@@ -63,10 +63,6 @@ std::optional<CalcArguments> ParseArguments(const Arguments& arguments, std::ost
         return std::nullopt;
     }
     return parsed;
-}
-
-std::string Quoted(const std::filesystem::path& file) {
-    return "\"" + file.string() + "\"";
 }
 
 // A line on stderr redrawn as the run goes: the gauge, the iteration and its imbalance.
@@ -241,46 +237,6 @@ void WriteResultsJson(const Project& project, std::ostream& out) {
     out << '\n';
 }
 
-// The lifecycle's host without windows: a working file left by an unfinished session is noted
-// and left alone.
-class CommandLineHost final : public LifecycleHost {
-public:
-    TempFileChoice ChooseTempFileAction(std::string_view) override {
-        FoundWorkingFile = true;
-        return TempFileChoice::DoNotOpen;
-    }
-    bool FoundWorkingFile = false;
-};
-
-// The project opened through the lifecycle, as the desktop opens it: the named file copied to its
-// working file and read from there. When the command ends, whatever way, the working file goes.
-class OpenedProject {
-public:
-    explicit OpenedProject(ProjectLifecycle& lifecycle) : lifecycle_(lifecycle) {}
-    ~OpenedProject() { lifecycle_.Unload(); }
-    OpenedProject(const OpenedProject&) = delete;
-    OpenedProject& operator=(const OpenedProject&) = delete;
-
-    bool Open(const std::filesystem::path& file, const CommandLineHost& host, std::ostream& err) {
-        const std::filesystem::path project = ProjectFileOf(file);
-        if (IsWorkingFileName(project)) {
-            UsageError(err, "cannot calculate " + Quoted(file) +
-                                ": it is a working file; open its project in Quench to recover it");
-            return false;
-        }
-        lifecycle_.Open(file);
-        if (host.FoundWorkingFile) {
-            UsageError(err, "the working file " + Quoted(WorkingFileOf(project)) +
-                                " of an unfinished session exists; open the project in Quench to "
-                                "recover it");
-        }
-        return lifecycle_.ProjectIsLoaded();
-    }
-
-private:
-    ProjectLifecycle& lifecycle_;
-};
-
 bool WriteJson(const std::filesystem::path& file, const Project& project, std::ostream& err) {
     std::ostringstream text;
     WriteResultsJson(project, text);
@@ -304,12 +260,8 @@ int RunCalc(const Arguments& words, std::ostream& /*out*/, std::ostream& err) {
     const auto project = std::make_unique<Project>();
     CommandLineProgress progress(err, arguments->Progress);
     CommandLineDialogs dialogs(err, arguments->Reply, progress);
-    CommandLineHost host;
-    // No settings: a command-line run leaves the desktop's recent files and folders as they were.
-    ProjectLifecycle lifecycle(*project, dialogs, host, IniFileHandler{},
-                               arguments->File.parent_path());
-    OpenedProject opened(lifecycle);
-    if (!opened.Open(arguments->File, host, err)) {
+    ProjectSession session(*project, dialogs, arguments->File);
+    if (!session.Open(err, "calculate")) {
         return ExitUsage;
     }
     NoScreens screens;
@@ -319,7 +271,7 @@ int RunCalc(const Arguments& words, std::ostream& /*out*/, std::ostream& err) {
     if (!posted) {
         return ExitStopped; // the named file is left as it was
     }
-    if (!lifecycle.Save()) {
+    if (!session.Save()) {
         return ExitUsage;
     }
     if (!arguments->Json.empty() && !WriteJson(arguments->Json, *project, err)) {

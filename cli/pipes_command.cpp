@@ -4,6 +4,7 @@
 
 #include "cli/command.h"
 #include "cli/library_arguments.h"
+#include "cli/project_session.h"
 #include "core/atomic_write.h"
 #include "core/project_file.h"
 #include "core/text.h"
@@ -54,43 +55,6 @@ std::optional<PipesArguments> ParseArguments(const Arguments& arguments, std::os
     return parsed;
 }
 
-std::string Quoted(const std::filesystem::path& file) {
-    return "\"" + file.string() + "\"";
-}
-
-// The working file of a project: the name with ".tmp" in place of its last four characters, or
-// ".tmp" added where that would be the project itself.
-std::filesystem::path WorkingFileOf(const std::filesystem::path& file) {
-    const std::string name = file.filename().string();
-    std::string working =
-        name.size() >= 4 ? name.substr(0, name.size() - 4) + ".tmp" : name + ".tmp";
-    if (working == name) {
-        working = name + ".tmp";
-    }
-    return file.parent_path() / working;
-}
-
-// Removes the working file when the command ends, whatever way it ends.
-class WorkingFile {
-public:
-    explicit WorkingFile(std::filesystem::path file) : file_(std::move(file)) {}
-    ~WorkingFile() {
-        if (made_) {
-            std::error_code ignored;
-            std::filesystem::remove(file_, ignored);
-        }
-    }
-    WorkingFile(const WorkingFile&) = delete;
-    WorkingFile& operator=(const WorkingFile&) = delete;
-
-    const std::filesystem::path& Path() const { return file_; }
-    void Made() { made_ = true; }
-
-private:
-    std::filesystem::path file_;
-    bool made_ = false;
-};
-
 bool ReadNamedProject(const std::filesystem::path& file, Project& project, std::ostream& err) {
     std::error_code error;
     if (!std::filesystem::is_regular_file(file, error)) {
@@ -109,59 +73,6 @@ bool ReadNamedProject(const std::filesystem::path& file, Project& project, std::
     return true;
 }
 
-// Open: the named file copied to its working file and read from there.
-bool OpenProject(const std::filesystem::path& file, WorkingFile& working, Project& project,
-                 std::ostream& err) {
-    std::error_code error;
-    if (std::filesystem::exists(working.Path(), error)) {
-        UsageError(err, "the working file " + Quoted(working.Path()) +
-                            " of an unfinished session exists; open the project in Quench to "
-                            "recover it");
-        return false;
-    }
-    std::string bytes;
-    if (!ReadWholeFile(file, bytes)) {
-        UsageError(err, "cannot read " + Quoted(file));
-        return false;
-    }
-    std::string reason;
-    if (!WriteFileAtomically(working.Path(), bytes, &reason)) {
-        UsageError(err, "cannot write the working file " + Quoted(working.Path()) + ": " + reason);
-        return false;
-    }
-    working.Made();
-    return ReadNamedProject(working.Path(), project, err);
-}
-
-// Save: the model to the working file, then the named file replaced by a copy of it.
-bool SaveProject(const std::filesystem::path& file, const WorkingFile& working,
-                 const Project& project, std::ostream& err) {
-    std::string reason;
-    const WriteOutcome written = WriteProject(project, working.Path(), &reason);
-    if (written != WriteOutcome::Written) {
-        UsageError(err, "cannot save " + Quoted(file) + ": " +
-                            (written == WriteOutcome::Skipped
-                                 ? std::string("the network has more nodes than a project may hold")
-                                 : reason));
-        return false;
-    }
-    std::string bytes;
-    if (!ReadWholeFile(working.Path(), bytes) || !WriteFileAtomically(file, bytes, &reason)) {
-        UsageError(err, "cannot save " + Quoted(file) + ": " + reason);
-        return false;
-    }
-    return true;
-}
-
-// Dialogs of a command that asks nothing: the sort shows no box.
-class NoDialogs final : public Dialogs {
-public:
-    void ShowMessage(MessageStyle, std::string_view, std::string_view) override {}
-    Answer Ask(Buttons, Answer answer, MessageStyle, std::string_view, std::string_view) override {
-        return answer;
-    }
-};
-
 int Import(const PipesArguments& arguments, std::ostream& err) {
     std::string table;
     if (!ReadWholeFile(arguments.Import, table)) {
@@ -171,9 +82,10 @@ int Import(const PipesArguments& arguments, std::ostream& err) {
     if (!library) {
         return ExitUsage;
     }
-    WorkingFile working(WorkingFileOf(arguments.File));
     const auto project = std::make_unique<Project>();
-    if (!OpenProject(arguments.File, working, *project, err)) {
+    MessageLines dialogs(err);
+    ProjectSession session(*project, dialogs, arguments.File);
+    if (!session.Open(err, "import into")) {
         return ExitUsage;
     }
     const PipeCsvImport imported = ImportPipeRowsCsv(*project, *library, table);
@@ -185,10 +97,10 @@ int Import(const PipesArguments& arguments, std::ostream& err) {
         err << "quench: warning: " << warning << '\n';
     }
     if (arguments.Sort) {
-        NoDialogs dialogs;
-        PipeTable(*project, *library, dialogs).SortPipes();
+        NoDialogs quiet;
+        PipeTable(*project, *library, quiet).SortPipes();
     }
-    return SaveProject(arguments.File, working, *project, err) ? ExitSuccess : ExitUsage;
+    return session.Save() ? ExitSuccess : ExitUsage;
 }
 
 int RunPipes(const Arguments& words, std::ostream& out, std::ostream& err) {

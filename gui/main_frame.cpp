@@ -7,6 +7,7 @@
 #include "core/settings_keys.h"
 #include "entry/general_data_words.h"
 #include "entry/node_editor.h"
+#include "entry/program_options.h"
 #include "gui/additional_fitting_calculator_dialog.h"
 #include "gui/branch_line_calculator_dialog.h"
 #include "gui/calculation_window.h"
@@ -152,6 +153,7 @@ void MainFrame::SetUpReports() {
             source.PumpDatabase = library_.File.parent_path() / std::string(PumpDatabaseFileName);
             source.FileName = [this] { return lifecycle_.ProjectFileName().filename().string(); };
             source.Boxes = &dialogs_;
+            source.CompanyLine = CompanyLineOption(settings_);
             return source;
         },
         settings_);

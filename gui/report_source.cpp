@@ -15,6 +15,9 @@ ReportOutcome ReportSource::Build(PaintedDocument& document, const ReportOptions
     input.PumpDatabase = PumpDatabase;
     input.ProjectFileName = FileName ? FileName() : std::string();
     input.Printed = Now();
+    if (!CompanyLine.empty()) {
+        input.CompanyLine = CompanyLine;
+    }
     input.Dialogs = warn ? Boxes : nullptr;
     return BuildReport(canvas, input, options);
 }

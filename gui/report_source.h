@@ -21,6 +21,7 @@ struct ReportSource {
     std::filesystem::path PumpDatabase;
     std::function<std::string()> FileName; // the open project's file name, as it is now
     Dialogs* Boxes = nullptr;
+    std::string CompanyLine; // the company line of the options, printed in the page header
 
     // The report painted from the project as it stands. With warn false the warning of changed
     // inputs is not shown (a rebuild of a screen already open).

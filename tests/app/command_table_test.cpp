@@ -161,7 +161,7 @@ TEST(CommandTable, AvailabilityFollowsTheTwoLists) {
     EXPECT_TRUE(tools.IsEnabled("ToolOpen"));
 
     // A command whose screen is not there cannot run, on or off; recent files always can.
-    EXPECT_FALSE(tools.CanRun("ToolPipeDB"));
+    EXPECT_FALSE(tools.CanRun("ToolProjectExplorer"));
     EXPECT_FALSE(tools.CanRun("ToolCalculation"));
     EXPECT_TRUE(tools.CanRun("ToolNew"));
     EXPECT_TRUE(tools.CanRun("RecentFile2"));
