@@ -532,10 +532,13 @@ void ConvertFromDos(Project& project, std::span<const std::uint8_t> bytes) {
 }
 
 std::vector<std::uint8_t> ConvertToDos(const Project& project) {
-    std::vector<std::uint8_t> image;
-    WriteGeneralData(project, image);
     const auto nodes = CollectNodes(project);
     const int rows = std::clamp<int>(project.NumberOfPipeRows, 0, MaxPipes);
+    // The image is sized once: a record writer points into it, and a later growth would move it.
+    const std::size_t last =
+        LegacyFirstNodeRecord - 1 + nodes.size() + static_cast<std::size_t>(rows);
+    std::vector<std::uint8_t> image(RecordStart(last) + LegacyRecordLength, 0);
+    WriteGeneralData(project, image);
     auto head = RecordFor(image, 1);
     head.Int(header::NodeCount, static_cast<Integer>(nodes.size()));
     head.Int(header::PipeCount, static_cast<Integer>(2 * rows));
