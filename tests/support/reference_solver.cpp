@@ -1,6 +1,6 @@
 #include "tests/support/reference_solver.h"
 
-#include "tests/support/skyline_cholesky.h"
+#include "calc/skyline_matrix.h"
 
 #include <algorithm>
 #include <cmath>
