@@ -20,25 +20,25 @@ QString ToText(std::string_view text) {
 
 } // namespace
 
-QFont TwipFont(const FontSpec& spec) {
-    QFont font(QString::fromStdString(spec.Name));
-    font.setPixelSize(std::max(1, static_cast<int>(std::lround(spec.Size * TwipsPerPoint))));
-    font.setBold(spec.Bold);
-    font.setItalic(spec.Italic);
+QFont TwipFont(const FontSpec& wanted) {
+    QFont font(QString::fromStdString(wanted.Name));
+    font.setPixelSize(std::max(1, static_cast<int>(std::lround(wanted.Size * TwipsPerPoint))));
+    font.setBold(wanted.Bold);
+    font.setItalic(wanted.Italic);
     font.setHintingPreference(QFont::PreferNoHinting);
     font.setStyleStrategy(QFont::ForceOutline);
     return font;
 }
 
 struct PaintCanvas::Metrics {
-    explicit Metrics(const FontSpec& spec) : Font(TwipFont(spec)), Measure(Font) {}
+    explicit Metrics(const FontSpec& wanted) : Font(TwipFont(wanted)), Measure(Font) {}
     QFont Font;
     QFontMetricsF Measure;
 };
 
 const PaintCanvas::Metrics& PaintCanvas::MetricsOf(const FontSpec& font) const {
-    for (const auto& [spec, metrics] : metrics_) {
-        if (spec == font) {
+    for (const auto& [known, metrics] : metrics_) {
+        if (known == font) {
             return *metrics;
         }
     }
@@ -153,15 +153,15 @@ void PaintedDocument::PaintPage(QPainter& painter, int page, const QRectF& targe
     painter.fillRect(QRectF(0, 0, PageWidth, PageHeight), Qt::white);
     // The fonts of a page are few: each is made once.
     std::vector<std::pair<FontSpec, std::pair<QFont, double>>> fonts;
-    const auto fontOf = [&fonts](const FontSpec& spec) -> const std::pair<QFont, double>& {
+    const auto fontOf = [&fonts](const FontSpec& wanted) -> const std::pair<QFont, double>& {
         for (const auto& [known, font] : fonts) {
-            if (known == spec) {
+            if (known == wanted) {
                 return font;
             }
         }
-        QFont font = TwipFont(spec);
+        QFont font = TwipFont(wanted);
         const double ascent = QFontMetricsF(font).ascent();
-        fonts.emplace_back(spec, std::make_pair(font, ascent));
+        fonts.emplace_back(wanted, std::make_pair(font, ascent));
         return fonts.back().second;
     };
     for (const PaintItem& item : Pages[static_cast<std::size_t>(page - 1)]) {
