@@ -41,6 +41,8 @@ public:
         return Commit(project);
     }
 
+    // True between Begin and Commit: an edit typed key by key begins once.
+    bool Begun() const { return begun_; }
     bool CanUndo() const { return !undo_.empty(); }
     bool CanRedo() const { return !redo_.empty(); }
     // The tables back to before the last edit; true when there was one.

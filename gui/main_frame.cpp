@@ -533,13 +533,13 @@ void MainFrame::ShowPipeData() {
         pipeDataWindow_->showNormal();
         return;
     }
-    auto* screen =
-        new PipeDataWindow(project_, library_, dialogs_, settings_, Units(), decimalCharacter_);
+    auto* screen = new PipeDataWindow(project_, library_, dialogs_, settings_, Units(),
+                                      decimalCharacter_, tableUndo_);
     screen->UseHelp(*help_, screens_);
     // The words of the other screens: the discharge word, a default or a node line changed.
     screens_.Register(PipeDataScreen, [screen](std::string_view word) {
         if (word == UpdateLabelsWord || word == NodeDataChangedWord) {
-            screen->Reload();
+            screen->ShowRowsAgain();
         } else {
             screen->Dispatch(word);
         }
@@ -626,8 +626,8 @@ void MainFrame::ShowNodalEditor() {
         nodalEditorWindow_->showNormal();
         return;
     }
-    auto* screen = new NodeEditorWindow(project_, dialogs_, screens_, *help_, settings_, Units(),
-                                        decimalCharacter_);
+    auto* screen = new NodeEditorWindow(project_, dialogs_, screens_, *help_, tableUndo_, settings_,
+                                        Units(), decimalCharacter_);
     nodalEditorWindow_ = AddScreen(screen, QSize(760, 420), "NodalEditor");
     connect(screen, &NodeEditorWindow::StatusTextWanted, this,
             [this](const QString& text) { statusBar()->showMessage(text); });
@@ -784,6 +784,7 @@ void MainFrame::UnloadProjectScreens() {
         nodalEditorWindow_->close();
         delete nodalEditorWindow_.data();
     }
+    tableUndo_.Clear(); // the history belongs to the project that goes
 }
 
 void MainFrame::OpenProjectScreen(std::string_view screen) {

@@ -11,6 +11,7 @@
 #include "core/settings.h"
 #include "core/units.h"
 #include "entry/help_lists.h"
+#include "entry/undo_stack.h"
 #include "gui/calculator_fields.h"
 #include "gui/drawing_options_dialog.h"
 #include "gui/screen_dispatcher.h"
@@ -162,6 +163,7 @@ private:
     QPointer<QMdiSubWindow> pipeDataWindow_;
     QPointer<QMdiSubWindow> generalDataWindow_;
     QPointer<QMdiSubWindow> nodalEditorWindow_;
+    UndoStack tableUndo_; // one history of the pipe and node tables for both their screens
     bool running_ = false;
     int busyDepth_ = 0;
     ReportCommands* reports_ = nullptr;

@@ -8,6 +8,7 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
+#include <QKeySequence>
 #include <QLabel>
 #include <QScrollBar>
 #include <QTimer>
@@ -120,10 +121,10 @@ void NodeLineField::focusOutEvent(QFocusEvent* event) {
 // --- The window
 
 NodeEditorWindow::NodeEditorWindow(Project& project, Dialogs& dialogs, ScreenDispatcher& screens,
-                                   HelpWindows& help, IniFileHandler settings, MeasureSystem system,
-                                   char decimalCharacter, QWidget* parent)
+                                   HelpWindows& help, UndoStack& undo, IniFileHandler settings,
+                                   MeasureSystem system, char decimalCharacter, QWidget* parent)
     : QWidget(parent), project_(project), dialogs_(dialogs), screens_(screens), help_(help),
-      settings_(std::move(settings)), rules_(project, system, decimalCharacter) {
+      undo_(undo), settings_(std::move(settings)), rules_(project, system, decimalCharacter) {
     setObjectName(NodeEditorScreenName);
     setWindowTitle(Text(NodeEditorTitle));
 
@@ -133,6 +134,12 @@ NodeEditorWindow::NodeEditorWindow(Project& project, Dialogs& dialogs, ScreenDis
     removeRow_ =
         toolbar->addAction("Remove Visible Row", this, &NodeEditorWindow::RemoveVisibleRow);
     removeRow_->setObjectName("RemoveVisibleRow");
+    auto* undoAction = toolbar->addAction("Undo", this, [this] { UndoEdit(false); });
+    undoAction->setObjectName("Undo");
+    undoAction->setShortcut(QKeySequence::Undo);
+    auto* redoAction = toolbar->addAction("Redo", this, [this] { UndoEdit(true); });
+    redoAction->setObjectName("Redo");
+    redoAction->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Y));
 
     grid_ = new QGridLayout;
     grid_->setVerticalSpacing(2);
@@ -291,6 +298,9 @@ void NodeEditorWindow::FieldEdited(int visibleRow, NodeField field, const QStrin
     if (line >= rules_.LineCount()) {
         return;
     }
+    if (!undo_.Begun()) {
+        undo_.Begin(project_); // one step of Undo from the first key to leaving the field
+    }
     const QString kept = Latin1(rules_.Change(line, field, Bytes(text)));
     NodeLineField* widget = Field(visibleRow, field);
     if (kept != widget->text()) {
@@ -310,6 +320,7 @@ void NodeEditorWindow::FieldLeft(int visibleRow, NodeField field) {
         widget->SetTextQuietly(Latin1(outcome.Text));
         screens_.Send("frmEEPipeData", NodeDataChangedWord);
     }
+    undo_.Commit(project_);
     if (outcome.TooLow) {
         dialogs_.ShowMessage(MessageStyle::Information, "QUENCH", ValueTooLowText);
     }
@@ -361,8 +372,10 @@ void NodeEditorWindow::TakeHelpChoice() {
             continue;
         }
         // The pick goes through the field's change and leaving rules, as typed.
-        const std::string kept = rules_.Change(line, field, state.HelpSelection);
-        rules_.Leave(line, field, kept);
+        undo_.Record(project_, [&] {
+            const std::string kept = rules_.Change(line, field, state.HelpSelection);
+            rules_.Leave(line, field, kept);
+        });
         rules_.Refresh();
         if (line < firstLine_ || line >= firstLine_ + VisibleRows()) {
             firstLine_ = line;
@@ -382,6 +395,14 @@ void NodeEditorWindow::Dispatch(std::string_view command) {
         WriteBack();
     } else if (command == "Show") {
         (parentWidget() != nullptr ? parentWidget() : this)->raise();
+    }
+}
+
+void NodeEditorWindow::UndoEdit(bool redo) {
+    WriteBack();
+    if (redo ? undo_.Redo(project_) : undo_.Undo(project_)) {
+        Reload();
+        screens_.Send("frmEEPipeData", NodeDataChangedWord);
     }
 }
 

@@ -9,6 +9,7 @@
 #include "core/project.h"
 #include "core/settings.h"
 #include "entry/node_editor.h"
+#include "entry/undo_stack.h"
 #include "gui/help_window.h"
 #include "gui/screen_dispatcher.h"
 
@@ -56,8 +57,8 @@ class NodeEditorWindow : public QWidget {
 
 public:
     NodeEditorWindow(Project& project, Dialogs& dialogs, ScreenDispatcher& screens,
-                     HelpWindows& help, IniFileHandler settings, MeasureSystem system,
-                     char decimalCharacter, QWidget* parent = nullptr);
+                     HelpWindows& help, UndoStack& undo, IniFileHandler settings,
+                     MeasureSystem system, char decimalCharacter, QWidget* parent = nullptr);
     ~NodeEditorWindow() override;
 
     // "UpdateNodeDataFromHelpWindow", "RefreshNodeLines", "Updatlabel", "Put".
@@ -79,6 +80,8 @@ public:
     QScrollBar* ScrollBar() const { return scroll_; }
     QAction* AddRowAction() const { return addRow_; }
     QAction* RemoveRowAction() const { return removeRow_; }
+    // Ctrl+Z and Ctrl+Y: the tables as before the last edit on either table screen, and again.
+    void UndoEdit(bool redo);
 
 signals:
     void StatusTextWanted(const QString& text);
@@ -103,6 +106,7 @@ private:
     Dialogs& dialogs_;
     ScreenDispatcher& screens_;
     HelpWindows& help_;
+    UndoStack& undo_;
     IniFileHandler settings_;
     NodeEditor rules_;
     int firstLine_ = 0;

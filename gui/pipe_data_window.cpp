@@ -36,12 +36,12 @@ struct ToolInfo {
 
 PipeDataWindow::PipeDataWindow(Project& project, const PipeLibrary& library, Dialogs& dialogs,
                                IniFileHandler settings, MeasureSystem system, char decimalCharacter,
-                               QWidget* parent)
+                               UndoStack& undo, QWidget* parent)
     : QWidget(parent), project_(project), dialogs_(dialogs), settings_(std::move(settings)),
       table_(project, library, dialogs, system, decimalCharacter),
-      model_(new PipeTableModel(table_, this)), delegate_(new PipeCellDelegate(*model_, this)),
-      view_(new QTableView(this)), toolbar_(new QToolBar(this)), defaultK_(new QLabel(this)),
-      totalArea_(new QLabel(this)) {
+      model_(new PipeTableModel(table_, undo, this)),
+      delegate_(new PipeCellDelegate(*model_, this)), view_(new QTableView(this)),
+      toolbar_(new QToolBar(this)), defaultK_(new QLabel(this)), totalArea_(new QLabel(this)) {
     setObjectName("frmEEPipeData");
     defaultK_->setObjectName("lblDefaultKFactor");
     totalArea_->setObjectName("lblTotalSprkArea");
@@ -273,6 +273,11 @@ void PipeDataWindow::WriteBack() {
 void PipeDataWindow::Reload() {
     model_->Undo().Clear();
     model_->Reload();
+}
+
+void PipeDataWindow::ShowRowsAgain() {
+    model_->Reload();
+    Refresh();
 }
 
 void PipeDataWindow::SwitchUnits(MeasureSystem system) {

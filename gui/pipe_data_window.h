@@ -8,6 +8,7 @@
 #include "core/project.h"
 #include "core/settings.h"
 #include "entry/pipe_table.h"
+#include "entry/undo_stack.h"
 #include "library/pipe_library.h"
 
 #include <map>
@@ -33,7 +34,7 @@ class PipeDataWindow : public QWidget {
 public:
     PipeDataWindow(Project& project, const PipeLibrary& library, Dialogs& dialogs,
                    IniFileHandler settings, MeasureSystem system, char decimalCharacter,
-                   QWidget* parent = nullptr);
+                   UndoStack& undo, QWidget* parent = nullptr);
     ~PipeDataWindow() override;
 
     static constexpr std::string_view ScreenName = "frmEEPipeData";
@@ -52,6 +53,8 @@ public:
     // The table again from the model (a project opened or closed, a unit switch).
     void Reload();
     void SwitchUnits(MeasureSystem system);
+    // The rows shown again after another screen changed them; the history of edits stays.
+    void ShowRowsAgain();
 
     PipeTable& Rules() { return table_; }
     QTableView* Table() const { return view_; }

@@ -43,8 +43,8 @@ bool IsNumberColumn(PipeColumn column) {
 
 } // namespace
 
-PipeTableModel::PipeTableModel(PipeTable& table, QObject* parent)
-    : QAbstractTableModel(parent), table_(table) {}
+PipeTableModel::PipeTableModel(PipeTable& table, UndoStack& undo, QObject* parent)
+    : QAbstractTableModel(parent), table_(table), undo_(undo) {}
 
 int PipeTableModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : MaxPipes;

@@ -17,7 +17,7 @@ class PipeTableModel : public QAbstractTableModel {
     Q_OBJECT
 
 public:
-    explicit PipeTableModel(PipeTable& table, QObject* parent = nullptr);
+    PipeTableModel(PipeTable& table, UndoStack& undo, QObject* parent = nullptr);
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
@@ -48,7 +48,7 @@ private:
     void Forget() const { cachedRow_ = 0; }
 
     PipeTable& table_;
-    UndoStack undo_;
+    UndoStack& undo_; // shared with the node editor: one history of the tables
     mutable int cachedRow_ = 0;
     mutable RowView cached_;
 };

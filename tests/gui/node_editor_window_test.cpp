@@ -53,6 +53,23 @@ protected:
     std::unique_ptr<Desktop> desktop_;
 };
 
+// One history for both table screens: an edit of a node line, spread to its rows, is one step of
+// Undo, and Redo brings it back.
+TEST_F(NodeEditorWindowTest, UndoTakesBackAnEditWithItsSpread) {
+    gui::NodeEditorWindow& window = *Window();
+    const float before = Model().PipeRecord[2].ElevationE;
+    Type(1, NodeField::Elevation, "-12.5");
+    QTest::keyClick(window.Field(1, NodeField::Elevation), Qt::Key_Down); // leaves the field
+    ASSERT_FLOAT_EQ(Model().PipeRecord[3].ElevationB, -12.5f);
+    window.UndoEdit(false);
+    EXPECT_FLOAT_EQ(Model().PipeRecord[2].ElevationE, before);
+    EXPECT_FLOAT_EQ(Model().PipeRecord[3].ElevationB, before);
+    EXPECT_EQ(window.Field(1, NodeField::Elevation)->text().toFloat(), before);
+    window.UndoEdit(true);
+    EXPECT_FLOAT_EQ(Model().PipeRecord[2].ElevationE, -12.5f);
+    EXPECT_FLOAT_EQ(Model().PipeRecord[3].ElevationB, -12.5f);
+}
+
 TEST_F(NodeEditorWindowTest, ALineANodeTheInflowLastAndAnEditInEveryRow) {
     gui::NodeEditorWindow& window = *Window();
     EXPECT_EQ(window.windowTitle(), "Enter/Edit Pipe Node Data");
