@@ -2,6 +2,7 @@
 
 #include "core/settings_keys.h"
 #include "core/text.h"
+#include "entry/program_options.h"
 
 #include <algorithm>
 #include <sstream>
@@ -120,7 +121,8 @@ StartupState RunStartup(Project& project, Dialogs& dialogs, SingleInstance& inst
 
     state.LogoFileName = LogoFileName;
     state.MaxPipes = MaxPipes;
-    state.DecimalCharacter = decimalCharacter;
+    // The user may choose the decimal character in the options; the locale's is the default.
+    state.DecimalCharacter = ReadProgramOptions(ini, decimalCharacter).DecimalCharacter;
     AllocateTables(project);
 
     FindLibraries(state, environment);

@@ -185,6 +185,18 @@ struct CommaNumbers : std::numpunct<char> {
     char do_decimal_point() const override { return ','; }
 };
 
+TEST(Startup, TheOptionsDecimalCharacterWinsOverTheLocales) {
+    ScratchDirectory scratch;
+    const DirectoryEnvironment environment = ScratchEnvironment(scratch);
+    std::ofstream(scratch / "bin" / "PIPE.DAT") << "pipes";
+    ASSERT_TRUE(IniFileHandler(scratch / "bin" / "QUENCH.ini")
+                    .MyWriteAppProfileString("Options", "DecimalCharacter", "."));
+    Project project;
+    ScriptedDialogs dialogs;
+    SingleInstance instance;
+    EXPECT_EQ(RunStartup(project, dialogs, instance, environment, ',').DecimalCharacter, '.');
+}
+
 TEST(Startup, DecimalCharacterIsTheSecondCharacterOfOnePointOne) {
     EXPECT_EQ(DecimalCharacterOf(std::locale::classic()), '.');
     EXPECT_EQ(DecimalCharacterOf(std::locale(std::locale::classic(), new CommaNumbers)), ',');
