@@ -23,6 +23,14 @@ public:
     ~FileDescriptor() { Close(); }
     FileDescriptor(const FileDescriptor&) = delete;
     FileDescriptor& operator=(const FileDescriptor&) = delete;
+    FileDescriptor& operator=(FileDescriptor&& other) noexcept {
+        if (this != &other) {
+            Close();
+            descriptor_ = other.descriptor_;
+            other.descriptor_ = -1;
+        }
+        return *this;
+    }
 
     int Get() const { return descriptor_; }
     bool IsOpen() const { return descriptor_ >= 0; }
@@ -85,11 +93,13 @@ fs::path ResolveTarget(const fs::path& file) {
 
 } // namespace
 
-bool ReadFileHead(const fs::path& file, std::size_t limit, std::vector<std::uint8_t>& bytes,
-                  std::string& error) {
-    bytes.clear();
-    // Not blocking, so that a named pipe given by mistake cannot hang the open.
-    FileDescriptor descriptor(::open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+namespace {
+
+// Opens a file to read and tells its size; anything but a regular file is refused. Not blocking,
+// so that a named pipe given by mistake cannot hang the open.
+bool OpenToRead(const fs::path& file, FileDescriptor& descriptor, std::size_t& size,
+                std::string& error) {
+    descriptor = FileDescriptor(::open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     if (!descriptor.IsOpen()) {
         error = SystemReason();
         return false;
@@ -103,35 +113,43 @@ bool ReadFileHead(const fs::path& file, std::size_t limit, std::vector<std::uint
         error = problem;
         return false;
     }
-    bytes.resize(std::min(limit, static_cast<std::size_t>(std::max<off_t>(info.st_size, 0))));
-    const ssize_t count = ReadFully(descriptor.Get(), bytes.data(), bytes.size());
-    if (count < 0) {
+    size = static_cast<std::size_t>(std::max<off_t>(info.st_size, 0));
+    return true;
+}
+
+// Reads up to count bytes from where the descriptor stands; bytes keeps what was read.
+bool ReadInto(const FileDescriptor& descriptor, std::size_t count, std::vector<std::uint8_t>& bytes,
+              std::string& error) {
+    bytes.resize(count);
+    const ssize_t read = ReadFully(descriptor.Get(), bytes.data(), bytes.size());
+    if (read < 0) {
         error = SystemReason();
         bytes.clear();
         return false;
     }
-    bytes.resize(static_cast<std::size_t>(count));
+    bytes.resize(static_cast<std::size_t>(read));
     return true;
+}
+
+} // namespace
+
+bool ReadFileHead(const fs::path& file, std::size_t limit, std::vector<std::uint8_t>& bytes,
+                  std::string& error) {
+    bytes.clear();
+    FileDescriptor descriptor;
+    std::size_t size = 0;
+    return OpenToRead(file, descriptor, size, error) &&
+           ReadInto(descriptor, std::min(limit, size), bytes, error);
 }
 
 bool ReadFileTail(const fs::path& file, std::size_t offset, std::vector<std::uint8_t>& bytes,
                   std::string& error) {
     bytes.clear();
-    FileDescriptor descriptor(::open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
-    if (!descriptor.IsOpen()) {
-        error = SystemReason();
+    FileDescriptor descriptor;
+    std::size_t size = 0;
+    if (!OpenToRead(file, descriptor, size, error)) {
         return false;
     }
-    struct stat info {};
-    if (::fstat(descriptor.Get(), &info) != 0) {
-        error = SystemReason();
-        return false;
-    }
-    if (const auto problem = KindProblem(info); !problem.empty()) {
-        error = problem;
-        return false;
-    }
-    const auto size = static_cast<std::size_t>(std::max<off_t>(info.st_size, 0));
     if (size <= offset) {
         return true;
     }
@@ -139,15 +157,7 @@ bool ReadFileTail(const fs::path& file, std::size_t offset, std::vector<std::uin
         error = SystemReason();
         return false;
     }
-    bytes.resize(size - offset);
-    const ssize_t count = ReadFully(descriptor.Get(), bytes.data(), bytes.size());
-    if (count < 0) {
-        error = SystemReason();
-        bytes.clear();
-        return false;
-    }
-    bytes.resize(static_cast<std::size_t>(count));
-    return true;
+    return ReadInto(descriptor, size - offset, bytes, error);
 }
 
 namespace {
