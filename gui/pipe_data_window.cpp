@@ -13,6 +13,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QTabWidget>
 #include <QTableView>
 #include <QTimer>
 #include <QToolBar>
@@ -41,7 +42,8 @@ PipeDataWindow::PipeDataWindow(Project& project, const PipeLibrary& library, Dia
       table_(project, library, dialogs, system, decimalCharacter),
       model_(new PipeTableModel(table_, undo, this)),
       delegate_(new PipeCellDelegate(*model_, this)), view_(new QTableView(this)),
-      toolbar_(new QToolBar(this)), defaultK_(new QLabel(this)), totalArea_(new QLabel(this)) {
+      toolbar_(new QToolBar(this)), defaultK_(new QLabel(this)), totalArea_(new QLabel(this)),
+      tabs_(new QTabWidget(this)) {
     setObjectName("frmEEPipeData");
     defaultK_->setObjectName("lblDefaultKFactor");
     totalArea_->setObjectName("lblTotalSprkArea");
@@ -60,11 +62,26 @@ PipeDataWindow::PipeDataWindow(Project& project, const PipeLibrary& library, Dia
     labels->addWidget(defaultK_);
     labels->addStretch();
     labels->addWidget(totalArea_);
+    auto* pipes = new QWidget(tabs_);
+    auto* pipesLayout = new QVBoxLayout(pipes);
+    pipesLayout->setContentsMargins(4, 4, 4, 4);
+    pipesLayout->addWidget(toolbar_);
+    pipesLayout->addLayout(labels);
+    pipesLayout->addWidget(view_);
+    tabs_->setObjectName("tabPipeData");
+    tabs_->addTab(pipes, tr("Pipe Data"));
+    tabs_->addTab(new QWidget(tabs_), tr("Tree Builder"));
+    tabs_->addTab(new QWidget(tabs_), tr("Grid Builder"));
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(4, 4, 4, 4);
-    layout->addWidget(toolbar_);
-    layout->addLayout(labels);
-    layout->addWidget(view_);
+    layout->addWidget(tabs_);
+    connect(tabs_, &QTabWidget::currentChanged, this, [this](int index) {
+        if (index == 0) {
+            Refresh();
+        } else {
+            setWindowTitle(Text(table_.ShortCaption()));
+        }
+    });
 
     connect(model_, &PipeTableModel::Edited, this, [this] {
         Refresh();

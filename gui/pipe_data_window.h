@@ -18,6 +18,7 @@
 
 class QAction;
 class QLabel;
+class QTabWidget;
 class QTableView;
 class QToolBar;
 
@@ -61,6 +62,8 @@ public:
     int CurrentPipe() const;
     QLabel* TotalAreaLabel() const { return totalArea_; }
     QLabel* DefaultKLabel() const { return defaultK_; }
+    // The table tab comes first; the builders and global edit follow as further tabs.
+    QTabWidget* Tabs() const { return tabs_; }
 
 signals:
     void StatusTextWanted(const QString& text);
@@ -94,6 +97,7 @@ private:
     QToolBar* toolbar_;
     QLabel* defaultK_;
     QLabel* totalArea_;
+    QTabWidget* tabs_;
     std::map<QString, QAction*> actions_;
     NodeEnd lastNodeEnd_ = NodeEnd::Beginning;
     HelpWindows* help_ = nullptr;

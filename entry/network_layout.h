@@ -1,0 +1,88 @@
+#pragma once
+
+// The picture of a network that a builder would make, as the "Display Network" window shows and
+// prints it: the nodes where they lie, scaled and centred into a drawing area of 6600 by 4000
+// units, the pipes as lines and every node's number in the dot font beside it. Nothing here
+// touches the pipe rows.
+
+#include "entry/dot_font.h"
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace quench {
+
+inline constexpr int DrawingWidth = 6600;
+inline constexpr int DrawingHeight = 4000;
+
+// The printed form shows at most this much of a network; the builders themselves have no limit.
+inline constexpr int TreePrintedSprinklers = 20; // on each left and each right branch
+inline constexpr int GridPrintedSprinklers = 40; // on each branch line
+inline constexpr int PrintedBranches = 15;
+
+// A network to draw: nodes in feet, x to the right and y downwards, and pipes between them.
+struct SketchNode {
+    int Number = 0;
+    double X = 0;
+    double Y = 0;
+    bool Sprinkler = false;
+};
+
+struct SketchPipe {
+    std::size_t From = 0; // places in the node list
+    std::size_t To = 0;
+};
+
+struct NetworkSketch {
+    std::vector<SketchNode> Nodes;
+    std::vector<SketchPipe> Pipes;
+
+    // Adds a node and returns its place in the list.
+    std::size_t Add(int number, double x, double y, bool sprinkler);
+    void Connect(std::size_t from, std::size_t to) { Pipes.push_back({from, to}); }
+};
+
+// A point of the drawing area, in drawing units.
+struct DrawingPoint {
+    int X = 0;
+    int Y = 0;
+
+    bool operator==(const DrawingPoint&) const = default;
+};
+
+struct DrawingLine {
+    DrawingPoint From;
+    DrawingPoint To;
+};
+
+struct DrawingNode {
+    DrawingPoint At;
+    bool Sprinkler = false;
+};
+
+struct NetworkDrawing {
+    std::vector<DrawingLine> Lines;
+    std::vector<DrawingNode> Nodes;
+    std::vector<Dot> Dots; // the node numbers, each dot a DotSize block
+};
+
+// How feet become drawing units: the same scale both ways, the network's extent centred.
+struct DrawingScale {
+    double Factor = 1;
+    double OffsetX = 0;
+    double OffsetY = 0;
+
+    DrawingPoint Place(double x, double y) const;
+};
+
+// The scale that fits the sketch inside the drawing area with room for the numbers round it.
+DrawingScale FitSketch(const NetworkSketch& sketch);
+
+NetworkDrawing DrawNetwork(const NetworkSketch& sketch);
+
+// The message when a network passes the printed form's limits; empty when it fits.
+std::string TreePrintoutLimitMessage(int leftSprinklers, int rightSprinklers, int branches);
+std::string GridPrintoutLimitMessage(int sprinklersPerBranch, int branches);
+
+} // namespace quench
