@@ -2,6 +2,7 @@
 
 #include "core/settings_keys.h"
 #include "entry/pipe_table_clipboard.h"
+#include "gui/global_edit_tab.h"
 #include "gui/help_window.h"
 #include "gui/pipe_table_model.h"
 #include "gui/screen_dispatcher.h"
@@ -72,6 +73,9 @@ PipeDataWindow::PipeDataWindow(Project& project, const PipeLibrary& library, Dia
     tabs_->addTab(pipes, tr("Pipe Data"));
     tabs_->addTab(new QWidget(tabs_), tr("Tree Builder"));
     tabs_->addTab(new QWidget(tabs_), tr("Grid Builder"));
+    globalEdit_ = new GlobalEditTab(
+        table_, library, dialogs, undo, [this] { return ConfirmPipeDeletion(settings_); }, tabs_);
+    tabs_->addTab(globalEdit_, tr("Global Edit"));
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(4, 4, 4, 4);
     layout->addWidget(tabs_);
@@ -83,6 +87,13 @@ PipeDataWindow::PipeDataWindow(Project& project, const PipeLibrary& library, Dia
         }
     });
 
+    connect(globalEdit_, &GlobalEditTab::CommandStarting, this, &PipeDataWindow::WriteBack);
+    connect(globalEdit_, &GlobalEditTab::TablesChanged, this, [this] {
+        model_->Reload();
+        Refresh();
+        emit InputEdited();
+    });
+    connect(globalEdit_, &GlobalEditTab::StatusTextWanted, this, &PipeDataWindow::StatusTextWanted);
     connect(model_, &PipeTableModel::Edited, this, [this] {
         Refresh();
         emit InputEdited();
@@ -300,6 +311,7 @@ void PipeDataWindow::ShowRowsAgain() {
 void PipeDataWindow::SwitchUnits(MeasureSystem system) {
     WriteBack();
     table_.SwitchUnits(system);
+    globalEdit_->SwitchUnits(system);
     model_->Reload();
 }
 
@@ -321,6 +333,9 @@ void PipeDataWindow::Refresh() {
     setWindowTitle(Text(table_.Caption(CurrentPipe())));
     defaultK_->setText(Text(table_.DefaultKFactorLabel()));
     totalArea_->setText(Text(table_.SprinklerAreaLabel()));
+    if (globalEdit_ != nullptr) {
+        globalEdit_->Refresh();
+    }
     if (QAction* undo = Action("Undo")) {
         undo->setEnabled(model_->Undo().CanUndo());
     }

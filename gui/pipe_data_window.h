@@ -24,6 +24,7 @@ class QToolBar;
 
 namespace quench::gui {
 
+class GlobalEditTab;
 class HelpWindows;
 class PipeTableModel;
 class PipeCellDelegate;
@@ -64,6 +65,7 @@ public:
     QLabel* DefaultKLabel() const { return defaultK_; }
     // The table tab comes first; the builders and global edit follow as further tabs.
     QTabWidget* Tabs() const { return tabs_; }
+    GlobalEditTab* GlobalEdit() const { return globalEdit_; }
 
 signals:
     void StatusTextWanted(const QString& text);
@@ -98,6 +100,7 @@ private:
     QLabel* defaultK_;
     QLabel* totalArea_;
     QTabWidget* tabs_;
+    GlobalEditTab* globalEdit_ = nullptr;
     std::map<QString, QAction*> actions_;
     NodeEnd lastNodeEnd_ = NodeEnd::Beginning;
     HelpWindows* help_ = nullptr;
