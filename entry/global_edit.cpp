@@ -11,6 +11,7 @@
 #include "library/equivalent_length.h"
 
 #include <algorithm>
+#include <cctype>
 
 namespace quench {
 
@@ -103,6 +104,28 @@ std::optional<NumberAttribute> GlobalEdit::Attribute(GlobalItem item) const {
 
 std::string GlobalEdit::Caption(GlobalItem item) const {
     return InDischargeWords(ItemInfo(item).Caption, project_);
+}
+
+KeyOutcome GlobalEdit::FilterKey(GlobalItem item, char key, const FieldState& field) const {
+    key = static_cast<char>(std::toupper(static_cast<unsigned char>(key)));
+    const NumberKeyOptions options{decimalCharacter_, true};
+    switch (item) {
+    case Material: {
+        KeyOutcome outcome = FilterTextKey(key, field, TextAttribute{0, 2});
+        const std::string& text = outcome.Field.Text;
+        outcome.Accepted = outcome.Accepted && (text.empty() || MaterialOfText(text) != 0);
+        return outcome;
+    }
+    case Status:
+        if (key != BackspaceKey && (key < 'A' || key > 'Z')) {
+            return {};
+        }
+        return FilterTextKey(key, field, TextAttribute{0, 8});
+    case KFactor:
+        return FilterKFactorKey(key, field, *Attribute(item), options);
+    default:
+        return FilterNumberKey(key, field, *Attribute(item), options);
+    }
 }
 
 std::vector<std::string> GlobalEdit::CurrentValues(GlobalItem item) const {

@@ -9,6 +9,7 @@
 #include "core/dialogs.h"
 #include "core/project.h"
 #include "core/units.h"
+#include "entry/field_rules.h"
 #include "entry/global_edit_items.h"
 #include "entry/global_edit_selection.h"
 #include "entry/undo_stack.h"
@@ -85,6 +86,11 @@ public:
     std::optional<NumberAttribute> Attribute(GlobalItem item) const;
     // The check box's caption in the project's discharge word ("Flow Area" for hose).
     std::string Caption(GlobalItem item) const;
+
+    // A key typed into an item's current or new field (keys are capitals on this screen): D, I
+    // and N give the K-factor's words, a material takes 1 to 50 or one of the letters M, B, A,
+    // P, a status letters, the other items the number rule of their limits.
+    KeyOutcome FilterKey(GlobalItem item, char key, const FieldState& field) const;
 
     // The distinct values of an item in its frame's selection, as the lists show them.
     std::vector<std::string> CurrentValues(GlobalItem item) const;

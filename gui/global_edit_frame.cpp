@@ -7,6 +7,7 @@
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
@@ -22,6 +23,53 @@ QString Name(std::string_view prefix, GlobalItem item) {
 
 // Fields holding a word or a letter take text; the others the limits of their item.
 constexpr TextAttribute WordField{0, 8};
+
+// The keys of an item's field go through the item's rule before the field sees them.
+class ItemKeys final : public QObject {
+public:
+    ItemKeys(const GlobalEdit& rules, GlobalItem item, ValidatedField* field)
+        : QObject(field), rules_(rules), item_(item), field_(field) {
+        field->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() != QEvent::KeyPress) {
+            return false;
+        }
+        const auto* press = static_cast<QKeyEvent*>(event);
+        if ((press->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) != 0) {
+            return false;
+        }
+        char key = BackspaceKey;
+        if (press->key() != Qt::Key_Backspace) {
+            const QString typed = press->text();
+            if (typed.size() != 1 || !typed.at(0).isPrint()) {
+                return false;
+            }
+            key = typed.at(0).toLatin1();
+        }
+        const KeyOutcome outcome = rules_.FilterKey(item_, key, State());
+        if (key != 0 && outcome.Accepted) {
+            field_->SetTextQuietly(Latin1(outcome.Field.Text));
+            field_->setCursorPosition(outcome.Field.SelectionStart);
+        }
+        return true; // a refused key leaves no trace
+    }
+
+private:
+    FieldState State() const {
+        FieldState state{Latin1(field_->text()), static_cast<int>(field_->cursorPosition()), 0};
+        if (field_->hasSelectedText()) {
+            state.SelectionStart = static_cast<int>(field_->selectionStart());
+            state.SelectionLength = static_cast<int>(field_->selectedText().size());
+        }
+        return state;
+    }
+
+    const GlobalEdit& rules_;
+    GlobalItem item_;
+    ValidatedField* field_;
+};
 
 } // namespace
 
@@ -137,6 +185,8 @@ QWidget* GlobalEditFrame::BuildItems() {
             return rules_.HelpValues(key);
         });
         row.Unit = new QLabel(box);
+        new ItemKeys(rules_, item, row.Current->Field());
+        new ItemKeys(rules_, item, row.New->Field());
         grid->addWidget(row.Check, line, 0);
         grid->addWidget(row.Current, line, 1);
         grid->addWidget(row.New, line, 2);
@@ -155,6 +205,9 @@ QWidget* GlobalEditFrame::BuildItems() {
         choice->addWidget(relative_);
         choice->addStretch();
         grid->addLayout(choice, line, 2, 1, 2);
+        total_ = new QLabel(box);
+        total_->setObjectName("lblGlobalTotalSprkArea");
+        grid->addWidget(total_, line + 1, 0, 1, 4);
     }
     grid->setColumnStretch(4, 1);
     return box;
@@ -203,6 +256,12 @@ void GlobalEditFrame::ShowUnits() {
         const std::optional<UnitKind> unit = ItemInfo(row.Item).Unit;
         row.Unit->setText(unit ? Text(UnitWord(*unit, rules_.System())) : QString());
         row.Check->setText(Latin1(rules_.Caption(row.Item)));
+    }
+}
+
+void GlobalEditFrame::ShowTotal(const QString& text) {
+    if (total_ != nullptr) {
+        total_->setText(text);
     }
 }
 

@@ -57,6 +57,8 @@ public:
     // The limits and unit words of the fields for the units on screen, the captions in the
     // project's discharge word.
     void ShowUnits();
+    // The node frame's sprinkler area total.
+    void ShowTotal(const QString& text);
     // cmdPipeCurrentValues / cmdNodeCurrentValues: every current list from the selection.
     void FillCurrentLists();
 
@@ -89,6 +91,7 @@ private:
     ValidatedField* to_ = nullptr;
     ValidatedField* group_ = nullptr;
     QRadioButton* relative_ = nullptr;
+    QLabel* total_ = nullptr;
     std::vector<ItemRow> rows_;
 };
 

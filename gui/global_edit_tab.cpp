@@ -4,7 +4,6 @@
 #include "gui/qt_text.h"
 
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QVBoxLayout>
 
 namespace quench::gui {
@@ -16,16 +15,14 @@ GlobalEditTab::GlobalEditTab(PipeTable& table, const PipeLibrary& library, Dialo
       rules_(table.Model(), library, dialogs, undo, table.System(), table.DecimalCharacter()),
       confirmDeletion_(std::move(confirmDeletion)),
       pipes_(new GlobalEditFrame(rules_, GlobalFrame::Pipe, this)),
-      nodes_(new GlobalEditFrame(rules_, GlobalFrame::Node, this)), totalArea_(new QLabel(this)) {
+      nodes_(new GlobalEditFrame(rules_, GlobalFrame::Node, this)) {
     setObjectName("tabGlobalEdit");
-    totalArea_->setObjectName("lblGlobalTotalSprkArea");
     auto* frames = new QHBoxLayout;
     frames->addWidget(pipes_);
     frames->addWidget(nodes_);
     frames->addStretch();
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(frames);
-    layout->addWidget(totalArea_);
     layout->addStretch();
     for (GlobalEditFrame* frame : {pipes_, nodes_}) {
         connect(frame, &GlobalEditFrame::CommandWanted, this, &GlobalEditTab::Run);
@@ -40,13 +37,13 @@ GlobalEditFrame* GlobalEditTab::Frame(GlobalFrame frame) const {
 
 void GlobalEditTab::SwitchUnits(MeasureSystem system) {
     rules_.SwitchUnits(system);
-    pipes_->ShowUnits();
-    nodes_->ShowUnits();
     Refresh();
 }
 
 void GlobalEditTab::Refresh() {
-    totalArea_->setText(Text(table_.SprinklerAreaLabel()));
+    pipes_->ShowUnits();
+    nodes_->ShowUnits();
+    nodes_->ShowTotal(Text(table_.SprinklerAreaLabel()));
 }
 
 void GlobalEditTab::Run(GlobalFrame frame, GlobalCommand command) {

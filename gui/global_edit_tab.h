@@ -13,8 +13,6 @@
 
 #include <QWidget>
 
-class QLabel;
-
 namespace quench::gui {
 
 class GlobalEditFrame;
@@ -31,7 +29,7 @@ public:
     GlobalEdit& Rules() { return rules_; }
     GlobalEditFrame* Frame(GlobalFrame frame) const;
     void SwitchUnits(MeasureSystem system);
-    // The sprinkler area total and the captions again.
+    // The captions, limits and units, and the sprinkler area total again.
     void Refresh();
 
 signals:
@@ -49,7 +47,6 @@ private:
     std::function<bool()> confirmDeletion_;
     GlobalEditFrame* pipes_;
     GlobalEditFrame* nodes_;
-    QLabel* totalArea_;
 };
 
 } // namespace quench::gui

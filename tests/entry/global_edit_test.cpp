@@ -241,6 +241,23 @@ TEST_F(GlobalEditTest, KFactorWordsAreValuesOfTheirOwn) {
               "the project. You may choose one from the drop down list by clicking the downward "
               "arrow button by the data field");
 
+    // The keys of the fields: D, I and N give the words; a material is 1 to 50 or a device letter.
+    const auto typed = [this](GlobalItem item, std::string text, char key) {
+        const int end = static_cast<int>(text.size());
+        const KeyOutcome outcome = edit.FilterKey(item, key, {std::move(text), end, 0});
+        return outcome.Accepted ? outcome.Field.Text : std::string("refused");
+    };
+    EXPECT_EQ(typed(KFactor, "", 'd'), "Dflt");
+    EXPECT_EQ(typed(KFactor, "5", '.'), "5.");
+    EXPECT_EQ(typed(Material, "", 'm'), "M");
+    EXPECT_EQ(typed(Material, "", '0'), "refused");
+    EXPECT_EQ(typed(Material, "5", '1'), "refused");
+    EXPECT_EQ(typed(Material, "5", '0'), "50");
+    EXPECT_EQ(typed(Elevation, "", '-'), "-");
+    EXPECT_EQ(typed(SprinklerArea, "", '-'), "refused");
+    EXPECT_EQ(typed(Diameter, "1", 'x'), "refused");
+    EXPECT_EQ(typed(Status, "ACTIV", 'e'), "ACTIVE");
+
     // With hose as the discharge the sprinkler words change.
     project.SystemData.PrimaryDischargeName = "Hose";
     edit.Entry(KFactor) = {};

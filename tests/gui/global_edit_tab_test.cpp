@@ -95,6 +95,18 @@ TEST_F(GlobalEditTabTest, ANodeRangeTakesANewElevationThroughTheWidgetsAsOneUndo
     window.Action("Undo")->trigger();
     EXPECT_EQ(Row(2).ElevationE, 0.0f);
     EXPECT_EQ(Shown(2, PipeColumn::ElevationE), "0.0");
+
+    // The K-factor's keys: N alone is the word "None", which the sprinklers 20 to 40 now hold.
+    Find<QCheckBox>("chkGlobalNewElevation").setChecked(false);
+    Find<QCheckBox>("chkGlobalNewKFactor").setChecked(true);
+    QTest::keyClicks(&Find<QLineEdit>("txtGlobalCurrentKFactorText"), "5.6");
+    QTest::keyClick(&Find<QLineEdit>("txtGlobalNewKFactorText"), 'n');
+    EXPECT_EQ(Find<QLineEdit>("txtGlobalNewKFactorText").text(), "None");
+    QTest::mouseClick(&Find<QPushButton>("cmdNodeExecute"), Qt::LeftButton);
+    EXPECT_EQ(desktop_->Dialogs.LastText(), "3 changes made");
+    EXPECT_EQ(Row(1).KFactorE, "None");
+    EXPECT_EQ(Row(3).KFactorE, "None");
+    EXPECT_EQ(Row(4).KFactorE, "5.6");
 }
 
 } // namespace
