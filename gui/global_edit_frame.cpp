@@ -140,6 +140,10 @@ QWidget* GlobalEditFrame::BuildSelection() {
     from_ = MakeField("txt" + prefix + "NodeFrom");
     to_ = MakeField("txt" + prefix + "NodeTo");
     group_ = MakeField(pipes ? "txtGlobalEditPipeTypeGroup" : "txtGlobalEditAreaGroup");
+    from_->setProperty(HelpKeyProperty, "EEPipeDataGlobalNodeFrom");
+    to_->setProperty(HelpKeyProperty, "EEPipeDataGlobalNodeTo");
+    group_->setProperty(HelpKeyProperty,
+                        pipes ? "EEPipeDataGlobalPipeTypeGroup" : "EEPipeDataGlobalNodeAreaGroup");
     for (ValidatedField* node : {from_, to_}) {
         node->SetNumberRules(NumberAttributeOf(NumberFieldKind::NodeNumber), '.');
         node->SetStatusText(Text(ShowRange(NumberAttributeOf(NumberFieldKind::NodeNumber))));
@@ -159,6 +163,8 @@ QWidget* GlobalEditFrame::BuildSelection() {
     grid->addWidget(all_, 2, 0);
     auto* values = new QPushButton(tr("Current Values"), box);
     values->setObjectName(pipes ? "cmdPipeCurrentValues" : "cmdNodeCurrentValues");
+    values->setProperty(HelpKeyProperty,
+                        pipes ? "GlobalPipeCurrentValues" : "GlobalNodeCurrentValues");
     grid->addWidget(values, 2, 3, 1, 2);
     connect(values, &QPushButton::clicked, this, &GlobalEditFrame::FillCurrentLists);
     return box;
@@ -185,6 +191,8 @@ QWidget* GlobalEditFrame::BuildItems() {
             return rules_.HelpValues(key);
         });
         row.Unit = new QLabel(box);
+        row.Current->Field()->setProperty(HelpKeyProperty, Name("GlobalCurrent", item));
+        row.New->Field()->setProperty(HelpKeyProperty, Name("GlobalNew", item));
         new ItemKeys(rules_, item, row.Current->Field());
         new ItemKeys(rules_, item, row.New->Field());
         grid->addWidget(row.Check, line, 0);

@@ -45,6 +45,9 @@ private:
 
 enum class GlobalCommand { Execute, Delete, Duplicate };
 
+// The property of a field or button that holds the key of its help (F1).
+inline constexpr const char* HelpKeyProperty = "helpKey";
+
 class GlobalEditFrame : public QGroupBox {
     Q_OBJECT
 

@@ -120,6 +120,7 @@ PipeDataWindow::~PipeDataWindow() {
 void PipeDataWindow::UseHelp(HelpWindows& help, ScreenDispatcher& screens) {
     help_ = &help;
     screens_ = &screens;
+    globalEdit_->UseHelp(help);
     screens.Register(ScreenName, [this](std::string_view command) { Dispatch(command); });
 }
 
@@ -129,6 +130,9 @@ void PipeDataWindow::Dispatch(std::string_view command) {
     }
     // A pick from a help list goes into its field as if typed there.
     const HelpState& state = help_->State();
+    if (globalEdit_->TakeHelpChoice(state)) {
+        return;
+    }
     const int row = state.HelpOriginRow;
     PipeEdit edit;
     Recorded([&] { edit = table_.Enter(row, helpColumn_, state.HelpSelection); });

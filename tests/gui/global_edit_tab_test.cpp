@@ -1,5 +1,6 @@
 #include "gui/global_edit_frame.h"
 #include "gui/global_edit_tab.h"
+#include "gui/help_window.h"
 #include "gui/pipe_data_window.h"
 #include "tests/gui/desktop_fixture.h"
 
@@ -12,6 +13,7 @@
 #include <QTabWidget>
 #include <QTableView>
 #include <QTest>
+#include <QTreeWidget>
 
 namespace quench {
 namespace {
@@ -83,8 +85,22 @@ TEST_F(GlobalEditTabTest, ANodeRangeTakesANewElevationThroughTheWidgetsAsOneUndo
     ASSERT_EQ(current.count(), 1);
     EXPECT_EQ(current.itemText(0), "12.5");
 
+    // F1 opens the field's help list with the same values; a pick comes back into the field.
+    QLineEdit& currentText = Find<QLineEdit>("txtGlobalCurrentElevationText");
+    currentText.setFocus();
+    QTest::keyClick(&currentText, Qt::Key_F1);
+    auto* list = qobject_cast<gui::HelpListWindow*>(Frame().Help().Current());
+    ASSERT_NE(list, nullptr);
+    EXPECT_EQ(list->lblHelpTitle()->text(), "Elevation");
+    ASSERT_EQ(list->lstHelp()->topLevelItemCount(), 1);
+    EXPECT_EQ(list->lstHelp()->topLevelItem(0)->text(0), "12.5");
+    list->lstHelp()->setCurrentItem(list->lstHelp()->topLevelItem(0));
+    QTest::mouseClick(list->cmdOK(), Qt::LeftButton);
+    QApplication::processEvents();
+    EXPECT_EQ(currentText.text(), "12.5");
+    EXPECT_EQ(Row(1).ElevationE, 12.5f); // the table took nothing
+
     // A relative change of the picked value, then both undone one step at a time.
-    current.setCurrentIndex(0);
     Find<QRadioButton>("optElevRelative").setChecked(true);
     Find<QLineEdit>("txtGlobalNewElevationText").setText("-2.5");
     QTest::mouseClick(&Find<QPushButton>("cmdNodeExecute"), Qt::LeftButton);
