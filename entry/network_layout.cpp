@@ -57,7 +57,7 @@ std::vector<bool> LabelsAbove(const NetworkSketch& sketch) {
     return above;
 }
 
-void AppendNumber(NetworkDrawing& drawing, int number, DrawingPoint at, bool above) {
+void AppendNumber(NetworkDrawing& drawing, int number, PicturePoint at, bool above) {
     const int top = above ? at.Y - LabelGap - DigitHeight : at.Y + LabelGap;
     const std::vector<Dot> dots = DottedNumber(std::to_string(number), at.X + LabelGap, top);
     drawing.Dots.insert(drawing.Dots.end(), dots.begin(), dots.end());
@@ -166,19 +166,19 @@ std::size_t NetworkSketch::Add(int number, double x, double y, bool sprinkler) {
     return Nodes.size() - 1;
 }
 
-DrawingPoint DrawingScale::Place(double x, double y) const {
+PicturePoint PictureScale::Place(double x, double y) const {
     return {static_cast<int>(std::lround(OffsetX + x * Factor)),
             static_cast<int>(std::lround(OffsetY + y * Factor))};
 }
 
-DrawingScale FitSketch(const NetworkSketch& sketch) {
+PictureScale FitSketch(const NetworkSketch& sketch) {
     const Extent extent = ExtentOf(sketch);
     const double width = extent.Right - extent.Left;
     const double height = extent.Bottom - extent.Top;
     const double roomX = DrawingWidth - 2.0 * MarginX;
     const double roomY = DrawingHeight - 2.0 * MarginY;
     // A network with no width or no height (a single line) is scaled by its other side.
-    DrawingScale scale;
+    PictureScale scale;
     if (width > 0 && height > 0) {
         scale.Factor = std::min(roomX / width, roomY / height);
     } else if (width > 0) {
@@ -192,9 +192,9 @@ DrawingScale FitSketch(const NetworkSketch& sketch) {
 }
 
 NetworkDrawing DrawNetwork(const NetworkSketch& sketch) {
-    const DrawingScale scale = FitSketch(sketch);
+    const PictureScale scale = FitSketch(sketch);
     NetworkDrawing drawing;
-    std::vector<DrawingPoint> points;
+    std::vector<PicturePoint> points;
     points.reserve(sketch.Nodes.size());
     for (const SketchNode& node : sketch.Nodes) {
         points.push_back(scale.Place(node.X, node.Y));

@@ -60,40 +60,40 @@ inline constexpr PrintedPart GridPrintedPart{PrintedBranches, GridPrintedSprinkl
 NetworkSketch SketchOfPlan(const std::vector<PlacedPipe>& pipes, const PrintedPart& part);
 
 // A point of the drawing area, in drawing units.
-struct DrawingPoint {
+struct PicturePoint {
     int X = 0;
     int Y = 0;
 
-    bool operator==(const DrawingPoint&) const = default;
+    bool operator==(const PicturePoint&) const = default;
 };
 
-struct DrawingLine {
-    DrawingPoint From;
-    DrawingPoint To;
+struct PictureLine {
+    PicturePoint From;
+    PicturePoint To;
 };
 
-struct DrawingNode {
-    DrawingPoint At;
+struct PictureNode {
+    PicturePoint At;
     bool Sprinkler = false;
 };
 
 struct NetworkDrawing {
-    std::vector<DrawingLine> Lines;
-    std::vector<DrawingNode> Nodes;
+    std::vector<PictureLine> Lines;
+    std::vector<PictureNode> Nodes;
     std::vector<Dot> Dots; // the node numbers, each dot a DotSize block
 };
 
 // How feet become drawing units: the same scale both ways, the network's extent centred.
-struct DrawingScale {
+struct PictureScale {
     double Factor = 1;
     double OffsetX = 0;
     double OffsetY = 0;
 
-    DrawingPoint Place(double x, double y) const;
+    PicturePoint Place(double x, double y) const;
 };
 
 // The scale that fits the sketch inside the drawing area with room for the numbers round it.
-DrawingScale FitSketch(const NetworkSketch& sketch);
+PictureScale FitSketch(const NetworkSketch& sketch);
 
 NetworkDrawing DrawNetwork(const NetworkSketch& sketch);
 

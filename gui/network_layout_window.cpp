@@ -45,7 +45,7 @@ PaintedDocument LayoutDocument(const NetworkDrawing& drawing) {
     document.PageWidth = DrawingWidth;
     document.PageHeight = DrawingHeight;
     std::vector<PaintItem>& page = document.Pages.emplace_back();
-    for (const DrawingLine& line : drawing.Lines) {
+    for (const PictureLine& line : drawing.Lines) {
         PaintItem item;
         item.What = PaintItem::Kind::Line;
         item.Left = line.From.X;
@@ -56,7 +56,7 @@ PaintedDocument LayoutDocument(const NetworkDrawing& drawing) {
         item.PenWidth = PipeWidth;
         page.push_back(item);
     }
-    for (const DrawingNode& node : drawing.Nodes) {
+    for (const PictureNode& node : drawing.Nodes) {
         if (node.Sprinkler) {
             page.push_back(Block(node.At.X - SprinklerSize / 2, node.At.Y - SprinklerSize / 2,
                                  SprinklerSize, SprinklerColor));

@@ -25,8 +25,8 @@ TEST(NetworkLayout, TheNetworkIsScaledEvenlyAndCentredInTheDrawingArea) {
     // Wide: the width governs, the height is centred.
     NetworkDrawing wide = DrawNetwork(Rectangle(100, 10));
     ASSERT_EQ(wide.Nodes.size(), 3u);
-    const DrawingPoint a = wide.Nodes[0].At;
-    const DrawingPoint c = wide.Nodes[2].At;
+    const PicturePoint a = wide.Nodes[0].At;
+    const PicturePoint c = wide.Nodes[2].At;
     EXPECT_EQ(a.X + c.X, DrawingWidth);
     EXPECT_NEAR(a.Y + c.Y, DrawingHeight, 1);
     const double scale = (c.X - a.X) / 100.0;
@@ -51,7 +51,7 @@ TEST(NetworkLayout, EverythingStaysInsideTheDrawingArea) {
          {std::pair{1000.0, 1.0}, std::pair{1.0, 1000.0}, std::pair{0.0, 50.0},
           std::pair{50.0, 0.0}, std::pair{0.0, 0.0}, std::pair{66.0, 40.0}}) {
         const NetworkDrawing drawing = DrawNetwork(Rectangle(width, height));
-        for (const DrawingNode& node : drawing.Nodes) {
+        for (const PictureNode& node : drawing.Nodes) {
             EXPECT_GE(node.At.X, 0);
             EXPECT_LE(node.At.X, DrawingWidth);
             EXPECT_GE(node.At.Y, 0);
@@ -69,7 +69,7 @@ TEST(NetworkLayout, EverythingStaysInsideTheDrawingArea) {
     NetworkSketch one;
     one.Add(5, 12, 34, false);
     const NetworkDrawing drawing = DrawNetwork(one);
-    EXPECT_EQ(drawing.Nodes[0].At, (DrawingPoint{DrawingWidth / 2, DrawingHeight / 2}));
+    EXPECT_EQ(drawing.Nodes[0].At, (PicturePoint{DrawingWidth / 2, DrawingHeight / 2}));
     EXPECT_TRUE(DrawNetwork(NetworkSketch{}).Dots.empty());
 }
 
@@ -87,7 +87,7 @@ TEST(NetworkLayout, NeighboursOnALineHaveTheirNumbersOnAlternateSides) {
     EXPECT_GT(above, 0);
     EXPECT_GT(below, 0);
     // The leftmost node (added last) has its number above, its right neighbour below.
-    const DrawingPoint leftmost = drawing.Nodes[3].At;
+    const PicturePoint leftmost = drawing.Nodes[3].At;
     const auto aboveLeftmost = std::ranges::count_if(drawing.Dots, [&](const Dot& d) {
         return d.Top < y && d.Left >= leftmost.X && d.Left < leftmost.X + 300;
     });
