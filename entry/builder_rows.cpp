@@ -23,7 +23,7 @@ bool HasRoom(const Project& project, long long pipes) {
 bool NumbersFit(const std::vector<PlacedPipe>& pipes) {
     for (const PlacedPipe& pipe : pipes) {
         for (const std::string* text : {&pipe.Row.BegNode, &pipe.Row.EndNode}) {
-            const long long number = NodeNumberOf(*text);
+            const long long number = RowNodeNumber(*text);
             if (number < 1 || number > 9999) {
                 return false;
             }
@@ -46,7 +46,7 @@ void WriteRow(Project& project, const PipeLibrary& library, int row, const PipeR
 
 } // namespace
 
-long long NodeNumberOf(const std::string& text) {
+long long RowNodeNumber(const std::string& text) {
     const double value = ToNumber(text);
     return std::isfinite(value) && std::fabs(value) < 1e15 ? static_cast<long long>(value) : 0;
 }
@@ -60,8 +60,8 @@ bool NewNumbersClash(const Project& project, long long source, long long increme
         if (!IsTrue(record.Active) || record.BegNode.empty() || record.EndNode.empty()) {
             continue;
         }
-        beginnings.insert(NodeNumberOf(record.BegNode));
-        endsAtSource = endsAtSource || NodeNumberOf(record.EndNode) == source;
+        beginnings.insert(RowNodeNumber(record.BegNode));
+        endsAtSource = endsAtSource || RowNodeNumber(record.EndNode) == source;
     }
     if (endsAtSource) {
         return true;

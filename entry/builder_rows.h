@@ -32,6 +32,6 @@ BuildResult WritePlannedRows(Project& project, const PipeLibrary& library, Dialo
 bool ConfirmPipeAdd(Project& project, Dialogs& dialogs, std::string_view text);
 
 // The number of a node text, 0 for an empty or unreadable one.
-long long NodeNumberOf(const std::string& text);
+long long RowNodeNumber(const std::string& text);
 
 } // namespace quench

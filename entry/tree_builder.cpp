@@ -180,8 +180,8 @@ bool SourceNodeAccepted(const Project& project, Dialogs& dialogs, long long sour
             break;
         }
         const PipeRecord& record = project.PipeRecord[static_cast<std::size_t>(row)];
-        const long long begin = NodeNumberOf(record.BegNode);
-        const long long end = NodeNumberOf(record.EndNode);
+        const long long begin = RowNodeNumber(record.BegNode);
+        const long long end = RowNodeNumber(record.EndNode);
         if (source > begin && source > end) {
             continue;
         }
