@@ -8,6 +8,13 @@
 
 namespace quench::gui {
 
+namespace {
+
+// Room for the longest number a builder field takes ("-3276.5", "9999.99").
+constexpr int FieldWidth = 90;
+
+} // namespace
+
 BuilderFields::BuilderFields(QWidget* owner, MeasureSystem system, char decimalCharacter)
     : owner_(owner), system_(system), decimalCharacter_(decimalCharacter) {}
 
@@ -15,6 +22,7 @@ ValidatedField* BuilderFields::Number(const QString& name, NumberFieldKind kind,
                                       std::optional<UnitKind> unit) {
     auto* field = new ValidatedField(owner_);
     field->setObjectName(name);
+    field->setFixedWidth(FieldWidth);
     QLabel* word = unit ? new QLabel(owner_) : nullptr;
     entries_.push_back({field, kind, unit, word});
     ApplyRules(entries_.back());
@@ -24,6 +32,7 @@ ValidatedField* BuilderFields::Number(const QString& name, NumberFieldKind kind,
 ValidatedField* BuilderFields::Text(const QString& name, TextFieldKind kind) {
     auto* field = new ValidatedField(owner_);
     field->setObjectName(name);
+    field->setFixedWidth(FieldWidth);
     const TextAttribute attribute = TextAttributeOf(kind);
     field->SetTextRules(attribute);
     field->SetStatusText(gui::Text(ShowTextLength(attribute) + "     " + ShowUnits("Text")));

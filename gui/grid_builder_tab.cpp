@@ -81,6 +81,7 @@ QWidget* GridBuilderTab::BuildInputColumn() {
             AddBuilderRow(grid, index, QString(), field, fields_.UnitLabel(field));
         Watch(field);
     }
+    grid->setRowStretch(grid->rowCount(), 1);
     return box;
 }
 

@@ -17,6 +17,7 @@ constexpr Rgb SprinklerColor{192, 0, 0};
 constexpr Rgb NumberColor{0, 0, 255};
 constexpr int PipeWidth = 8;
 constexpr int SprinklerSize = 30;
+constexpr int JunctionSize = 20;
 
 PaintItem Block(int left, int top, int size, Rgb color) {
     PaintItem item;
@@ -57,10 +58,9 @@ PaintedDocument LayoutDocument(const NetworkDrawing& drawing) {
         page.push_back(item);
     }
     for (const PictureNode& node : drawing.Nodes) {
-        if (node.Sprinkler) {
-            page.push_back(Block(node.At.X - SprinklerSize / 2, node.At.Y - SprinklerSize / 2,
-                                 SprinklerSize, SprinklerColor));
-        }
+        const int size = node.Sprinkler ? SprinklerSize : JunctionSize;
+        page.push_back(Block(node.At.X - size / 2, node.At.Y - size / 2, size,
+                             node.Sprinkler ? SprinklerColor : PipeColor));
     }
     for (const Dot& dot : drawing.Dots) {
         page.push_back(Block(dot.Left, dot.Top, DotSize, NumberColor));

@@ -17,8 +17,8 @@ class QPushButton;
 
 namespace quench::gui {
 
-// The drawing as a page of 6600 by 4000 units: pipes in black, sprinklers as red squares, the
-// node numbers in blue dots.
+// The drawing as a page of 6600 by 4000 units: pipes and their other nodes in black, sprinklers
+// as red squares, the node numbers in blue dots.
 PaintedDocument LayoutDocument(const NetworkDrawing& drawing);
 
 // The drawing on the device's page, its shape kept and centred (a landscape page fits it best).

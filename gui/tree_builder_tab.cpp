@@ -114,6 +114,7 @@ QWidget* TreeBuilderTab::BuildInputColumn() {
         });
         connect(field, &ValidatedField::StatusTextWanted, this, &TreeBuilderTab::StatusTextWanted);
     }
+    grid->setRowStretch(grid->rowCount(), 1);
     return box;
 }
 

@@ -103,6 +103,7 @@ TEST_F(BuilderTabsTest, ATreeTypedOnItsTabIsBuiltIntoTheTableAndUndoneInOneStep)
     EXPECT_EQ(tab.Calculated(TreeBranchSpacing)->text(), "12.0");
 
     // Four rows stand in the table: Yes adds the tree behind them.
+    Model().SystemData.DefaultKFactor = 5.6f;
     desktop_->Dialogs.Script(Answer::Yes);
     tab.findChild<QPushButton*>("cmdTreeCreation")->click();
     EXPECT_EQ(desktop_->Dialogs.LastTitle(), builder_words::ConfirmPipeAddTitle);
