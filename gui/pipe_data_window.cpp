@@ -163,7 +163,8 @@ void PipeDataWindow::Dispatch(std::string_view command) {
 
 void PipeDataWindow::keyPressEvent(QKeyEvent* event) {
     const QModelIndex current = view_->currentIndex();
-    if (event->key() != Qt::Key_F1 || help_ == nullptr || !current.isValid()) {
+    if (event->key() != Qt::Key_F1 || help_ == nullptr || !current.isValid() ||
+        tabs_->currentIndex() != 0) {
         QWidget::keyPressEvent(event);
         return;
     }
