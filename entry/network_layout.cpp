@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <map>
+#include <set>
+#include <tuple>
 
 namespace quench {
 
@@ -54,7 +57,7 @@ std::vector<bool> LabelsAbove(const NetworkSketch& sketch) {
     return above;
 }
 
-void AppendNumber(NetworkDrawing& drawing, int number, DrawingPoint at, bool above) {
+void AppendNumber(NetworkDrawing& drawing, int number, PicturePoint at, bool above) {
     const int top = above ? at.Y - LabelGap - DigitHeight : at.Y + LabelGap;
     const std::vector<Dot> dots = DottedNumber(std::to_string(number), at.X + LabelGap, top);
     drawing.Dots.insert(drawing.Dots.end(), dots.begin(), dots.end());
@@ -69,26 +72,113 @@ std::string JoinLimits(const std::vector<std::string>& parts) {
     return joined;
 }
 
+bool IsSprinklerEnd(const std::string& kFactor) {
+    return kFactor != "0";
+}
+
+// The sprinklers of each branch line and side, ranked from the line's start outwards: the rank
+// of a sprinkler is its place among the distinct distances from x = 0 on its side.
+class SprinklerRanks {
+public:
+    explicit SprinklerRanks(const std::vector<PlacedPipe>& pipes) {
+        for (const PlacedPipe& pipe : pipes) {
+            if (pipe.Kind != BuilderPipeKind::Branch) {
+                continue;
+            }
+            if (IsSprinklerEnd(pipe.Row.KFactorB)) {
+                distances_[KeyOf(pipe.Line, pipe.Begin)].insert(std::fabs(pipe.Begin.X));
+            }
+            if (IsSprinklerEnd(pipe.Row.KFactorE)) {
+                distances_[KeyOf(pipe.Line, pipe.End)].insert(std::fabs(pipe.End.X));
+            }
+        }
+    }
+
+    long long RankOf(int line, const LayoutPoint& point) const {
+        const auto found = distances_.find(KeyOf(line, point));
+        if (found == distances_.end()) {
+            return 0;
+        }
+        const auto place = found->second.find(std::fabs(point.X));
+        return std::distance(found->second.begin(), place) + 1;
+    }
+
+private:
+    static std::pair<int, bool> KeyOf(int line, const LayoutPoint& point) {
+        return {line, point.X < 0};
+    }
+
+    std::map<std::pair<int, bool>, std::set<double>> distances_;
+};
+
+bool InPrintedPart(const PlacedPipe& pipe, const PrintedPart& part, const SprinklerRanks& ranks) {
+    // A pipe down to the next line belongs to the next line as well.
+    const bool downToNext =
+        pipe.Line > 0 && pipe.Kind != BuilderPipeKind::Branch && pipe.End.Y != pipe.Begin.Y;
+    if (pipe.Line + (downToNext ? 1 : 0) > part.Lines) {
+        return false;
+    }
+    if (pipe.Kind != BuilderPipeKind::Branch) {
+        return true;
+    }
+    const auto shown = [&](const std::string& kFactor, const LayoutPoint& point) {
+        return !IsSprinklerEnd(kFactor) || ranks.RankOf(pipe.Line, point) <= part.SprinklersPerSide;
+    };
+    return shown(pipe.Row.KFactorB, pipe.Begin) && shown(pipe.Row.KFactorE, pipe.End);
+}
+
+int NodeNumber(const std::string& text) {
+    try {
+        return std::stoi(text);
+    } catch (const std::exception&) {
+        return 0;
+    }
+}
+
 } // namespace
+
+NetworkSketch SketchOfPlan(const std::vector<PlacedPipe>& pipes, const PrintedPart& part) {
+    const SprinklerRanks ranks(pipes);
+    NetworkSketch sketch;
+    std::map<std::tuple<std::string, double, double>, std::size_t> places;
+    const auto nodeAt = [&](const std::string& number, const LayoutPoint& point,
+                            const std::string& kFactor) {
+        const auto key = std::make_tuple(number, point.X, point.Y);
+        const auto [found, added] = places.try_emplace(key, sketch.Nodes.size());
+        if (added) {
+            sketch.Add(NodeNumber(number), point.X, point.Y, IsSprinklerEnd(kFactor));
+        } else if (!IsSprinklerEnd(kFactor)) {
+            sketch.Nodes[found->second].Sprinkler = false; // a "0" at any end of it
+        }
+        return found->second;
+    };
+    for (const PlacedPipe& pipe : pipes) {
+        if (InPrintedPart(pipe, part, ranks)) {
+            sketch.Connect(nodeAt(pipe.Row.BegNode, pipe.Begin, pipe.Row.KFactorB),
+                           nodeAt(pipe.Row.EndNode, pipe.End, pipe.Row.KFactorE));
+        }
+    }
+    return sketch;
+}
 
 std::size_t NetworkSketch::Add(int number, double x, double y, bool sprinkler) {
     Nodes.push_back({number, x, y, sprinkler});
     return Nodes.size() - 1;
 }
 
-DrawingPoint DrawingScale::Place(double x, double y) const {
+PicturePoint PictureScale::Place(double x, double y) const {
     return {static_cast<int>(std::lround(OffsetX + x * Factor)),
             static_cast<int>(std::lround(OffsetY + y * Factor))};
 }
 
-DrawingScale FitSketch(const NetworkSketch& sketch) {
+PictureScale FitSketch(const NetworkSketch& sketch) {
     const Extent extent = ExtentOf(sketch);
     const double width = extent.Right - extent.Left;
     const double height = extent.Bottom - extent.Top;
     const double roomX = DrawingWidth - 2.0 * MarginX;
     const double roomY = DrawingHeight - 2.0 * MarginY;
     // A network with no width or no height (a single line) is scaled by its other side.
-    DrawingScale scale;
+    PictureScale scale;
     if (width > 0 && height > 0) {
         scale.Factor = std::min(roomX / width, roomY / height);
     } else if (width > 0) {
@@ -102,9 +192,9 @@ DrawingScale FitSketch(const NetworkSketch& sketch) {
 }
 
 NetworkDrawing DrawNetwork(const NetworkSketch& sketch) {
-    const DrawingScale scale = FitSketch(sketch);
+    const PictureScale scale = FitSketch(sketch);
     NetworkDrawing drawing;
-    std::vector<DrawingPoint> points;
+    std::vector<PicturePoint> points;
     points.reserve(sketch.Nodes.size());
     for (const SketchNode& node : sketch.Nodes) {
         points.push_back(scale.Place(node.X, node.Y));
@@ -122,7 +212,8 @@ NetworkDrawing DrawNetwork(const NetworkSketch& sketch) {
     return drawing;
 }
 
-std::string TreePrintoutLimitMessage(int leftSprinklers, int rightSprinklers, int branches) {
+std::string TreePrintoutLimitMessage(long long leftSprinklers, long long rightSprinklers,
+                                     long long branches) {
     std::vector<std::string> parts;
     if (leftSprinklers > TreePrintedSprinklers) {
         parts.emplace_back("20 sprinklers per left branch");
@@ -140,7 +231,7 @@ std::string TreePrintoutLimitMessage(int leftSprinklers, int rightSprinklers, in
            ", so not all of the tree will be displayed here.";
 }
 
-std::string GridPrintoutLimitMessage(int sprinklersPerBranch, int branches) {
+std::string GridPrintoutLimitMessage(long long sprinklersPerBranch, long long branches) {
     std::vector<std::string> parts;
     if (sprinklersPerBranch > GridPrintedSprinklers) {
         parts.emplace_back("40 sprinklers per branch");

@@ -5,6 +5,7 @@
 // units, the pipes as lines and every node's number in the dot font beside it. Nothing here
 // touches the pipe rows.
 
+#include "entry/builder_pipes.h"
 #include "entry/dot_font.h"
 
 #include <cstddef>
@@ -43,46 +44,62 @@ struct NetworkSketch {
     void Connect(std::size_t from, std::size_t to) { Pipes.push_back({from, to}); }
 };
 
+// The part of a planned network that the printed form shows: the first branch lines, and on
+// each side of a line the sprinklers nearest to its start (a tree's cross main, a grid's left
+// side). A pipe is drawn when all of it lies in that part.
+struct PrintedPart {
+    long long Lines = PrintedBranches;
+    long long SprinklersPerSide = TreePrintedSprinklers;
+};
+inline constexpr PrintedPart TreePrintedPart{PrintedBranches, TreePrintedSprinklers};
+inline constexpr PrintedPart GridPrintedPart{PrintedBranches, GridPrintedSprinklers};
+
+// The sketch of a builder's planned pipes: a node for each number at each place (a number that a
+// plan gives two places is drawn at both), a sprinkler where the row's K text at that end is not
+// "0".
+NetworkSketch SketchOfPlan(const std::vector<PlacedPipe>& pipes, const PrintedPart& part);
+
 // A point of the drawing area, in drawing units.
-struct DrawingPoint {
+struct PicturePoint {
     int X = 0;
     int Y = 0;
 
-    bool operator==(const DrawingPoint&) const = default;
+    bool operator==(const PicturePoint&) const = default;
 };
 
-struct DrawingLine {
-    DrawingPoint From;
-    DrawingPoint To;
+struct PictureLine {
+    PicturePoint From;
+    PicturePoint To;
 };
 
-struct DrawingNode {
-    DrawingPoint At;
+struct PictureNode {
+    PicturePoint At;
     bool Sprinkler = false;
 };
 
 struct NetworkDrawing {
-    std::vector<DrawingLine> Lines;
-    std::vector<DrawingNode> Nodes;
+    std::vector<PictureLine> Lines;
+    std::vector<PictureNode> Nodes;
     std::vector<Dot> Dots; // the node numbers, each dot a DotSize block
 };
 
 // How feet become drawing units: the same scale both ways, the network's extent centred.
-struct DrawingScale {
+struct PictureScale {
     double Factor = 1;
     double OffsetX = 0;
     double OffsetY = 0;
 
-    DrawingPoint Place(double x, double y) const;
+    PicturePoint Place(double x, double y) const;
 };
 
 // The scale that fits the sketch inside the drawing area with room for the numbers round it.
-DrawingScale FitSketch(const NetworkSketch& sketch);
+PictureScale FitSketch(const NetworkSketch& sketch);
 
 NetworkDrawing DrawNetwork(const NetworkSketch& sketch);
 
 // The message when a network passes the printed form's limits; empty when it fits.
-std::string TreePrintoutLimitMessage(int leftSprinklers, int rightSprinklers, int branches);
-std::string GridPrintoutLimitMessage(int sprinklersPerBranch, int branches);
+std::string TreePrintoutLimitMessage(long long leftSprinklers, long long rightSprinklers,
+                                     long long branches);
+std::string GridPrintoutLimitMessage(long long sprinklersPerBranch, long long branches);
 
 } // namespace quench

@@ -1,11 +1,14 @@
 #include "gui/pipe_data_window.h"
 
 #include "core/settings_keys.h"
+#include "entry/general_data_words.h"
 #include "entry/pipe_table_clipboard.h"
 #include "gui/global_edit_tab.h"
+#include "gui/grid_builder_tab.h"
 #include "gui/help_window.h"
 #include "gui/pipe_table_model.h"
 #include "gui/screen_dispatcher.h"
+#include "gui/tree_builder_tab.h"
 
 #include <QAction>
 #include <QApplication>
@@ -71,8 +74,7 @@ PipeDataWindow::PipeDataWindow(Project& project, const PipeLibrary& library, Dia
     pipesLayout->addWidget(view_);
     tabs_->setObjectName("tabPipeData");
     tabs_->addTab(pipes, tr("Pipe Data"));
-    tabs_->addTab(new QWidget(tabs_), tr("Tree Builder"));
-    tabs_->addTab(new QWidget(tabs_), tr("Grid Builder"));
+    AddBuilderTabs(library, system, decimalCharacter);
     globalEdit_ = new GlobalEditTab(
         table_, library, dialogs, undo, [this] { return ConfirmPipeDeletion(settings_); }, tabs_);
     tabs_->addTab(globalEdit_, tr("Global Edit"));
@@ -124,7 +126,39 @@ void PipeDataWindow::UseHelp(HelpWindows& help, ScreenDispatcher& screens) {
     screens.Register(ScreenName, [this](std::string_view command) { Dispatch(command); });
 }
 
+void PipeDataWindow::AddBuilderTabs(const PipeLibrary& library, MeasureSystem system,
+                                    char decimalCharacter) {
+    treeBuilder_ = new TreeBuilderTab(project_, library, dialogs_, system, decimalCharacter, tabs_);
+    gridBuilder_ = new GridBuilderTab(project_, library, dialogs_, system, decimalCharacter, tabs_);
+    tabs_->addTab(treeBuilder_, tr("Tree Builder"));
+    tabs_->addTab(gridBuilder_, tr("Grid Builder"));
+    // A build is one step of the table's history, and the table shows its rows at once.
+    const auto record = [this](const std::function<void()>& build) { Recorded(build); };
+    const auto built = [this] {
+        ShowRowsAgain();
+        emit InputEdited();
+    };
+    treeBuilder_->RecordEdit = record;
+    gridBuilder_->RecordEdit = record;
+    connect(treeBuilder_, &TreeBuilderTab::RowsBuilt, this, built);
+    connect(gridBuilder_, &GridBuilderTab::RowsBuilt, this, built);
+    connect(treeBuilder_, &TreeBuilderTab::StatusTextWanted, this,
+            &PipeDataWindow::StatusTextWanted);
+    connect(gridBuilder_, &GridBuilderTab::StatusTextWanted, this,
+            &PipeDataWindow::StatusTextWanted);
+}
+
 void PipeDataWindow::Dispatch(std::string_view command) {
+    if (command == "UpdateTreeInputData") {
+        treeBuilder_->Store();
+        gridBuilder_->Store();
+        return;
+    }
+    if (command == UpdateLabelsWord) {
+        treeBuilder_->ShowCaptions();
+        gridBuilder_->ShowCaptions();
+        return;
+    }
     if (command != HelpReturnWord(ScreenName) || help_ == nullptr) {
         return;
     }
@@ -144,7 +178,8 @@ void PipeDataWindow::Dispatch(std::string_view command) {
 
 void PipeDataWindow::keyPressEvent(QKeyEvent* event) {
     const QModelIndex current = view_->currentIndex();
-    if (event->key() != Qt::Key_F1 || help_ == nullptr || !current.isValid()) {
+    if (event->key() != Qt::Key_F1 || help_ == nullptr || !current.isValid() ||
+        tabs_->currentIndex() != 0) {
         QWidget::keyPressEvent(event);
         return;
     }
@@ -295,6 +330,9 @@ void PipeDataWindow::Paste() {
 }
 
 void PipeDataWindow::WriteBack() {
+    // The builders' last inputs go into the model with the rows, as before a save or a close.
+    treeBuilder_->Store();
+    gridBuilder_->Store();
     QWidget* editor = view_->indexWidget(view_->currentIndex());
     if (editor != nullptr) {
         emit delegate_->commitData(editor);
@@ -305,6 +343,8 @@ void PipeDataWindow::WriteBack() {
 void PipeDataWindow::Reload() {
     model_->Undo().Clear();
     model_->Reload();
+    treeBuilder_->Load();
+    gridBuilder_->Load();
 }
 
 void PipeDataWindow::ShowRowsAgain() {
@@ -317,6 +357,8 @@ void PipeDataWindow::SwitchUnits(MeasureSystem system) {
     table_.SwitchUnits(system);
     globalEdit_->SwitchUnits(system);
     model_->Reload();
+    treeBuilder_->SwitchUnits(system);
+    gridBuilder_->SwitchUnits(system);
 }
 
 bool PipeDataWindow::event(QEvent* event) {
