@@ -173,8 +173,11 @@ ItemState GlobalEdit::StateOf(GlobalItem item) const {
     if (noCurrent && Trim(entry.New).empty() && !info.EmptyName.empty()) {
         return ItemState::BothEmpty;
     }
-    if (!ValueOfText(item, entry.New, decimalCharacter_)) {
-        return ItemState::NoNewValue;
+    const std::optional<GlobalValue> fresh = ValueOfText(item, entry.New, decimalCharacter_);
+    const std::optional<NumberAttribute> limits = Attribute(item);
+    if (!fresh || (!fresh->IsWord() && limits &&
+                   (fresh->Number < limits->Min || fresh->Number > limits->Max))) {
+        return ItemState::NoNewValue; // none, or none that the field could hold
     }
     if (noCurrent) {
         return ItemState::Unspecified;

@@ -55,7 +55,7 @@ struct GlobalEntry {
 enum class ItemState {
     Ready,       // a current value of the list and a new value
     Unspecified, // state 1: no current value; the change goes to the whole selection
-    NoNewValue,  // state 2
+    NoNewValue,  // state 2: no new value, or one beyond the limits of the field
     NotInList,   // state 3: the current value is none of the selection's
     BothEmpty,   // neither field typed, for the items that name it so
 };

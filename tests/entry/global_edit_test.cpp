@@ -78,6 +78,8 @@ TEST_F(GlobalEditTest, AnItemCheckHasThreeStatesEachWithItsOwnWords) {
               "Since you have checked the Pipe Diameter check box, you should enter a new value "
               "which the specified current value will change to, then click the Execute button "
               "again.");
+    Check(Diameter, "1", "33"); // beyond the field's limits
+    EXPECT_EQ(edit.StateOf(Diameter), ItemState::NoNewValue);
     edit.Entry(Diameter).Checked = false;
     Check(Material, "1", "");
     edit.Execute(GlobalFrame::Pipe);
