@@ -22,7 +22,7 @@ using enum GlobalItem;
 
 constexpr int HighestNodeNumber = 9999;
 
-std::string Count(int count, std::string_view what) {
+std::string CountText(int count, std::string_view what) {
     return std::to_string(count) + std::string(what);
 }
 
@@ -258,7 +258,7 @@ GlobalOutcome GlobalEdit::Execute(GlobalFrame frame) {
             project_.InputChanged = True;
         }
     });
-    Tell(count > 0 ? Count(count, words::ChangesMade) : std::string(words::NoMatches));
+    Tell(count > 0 ? CountText(count, words::ChangesMade) : std::string(words::NoMatches));
     return {false, count};
 }
 
@@ -355,7 +355,7 @@ GlobalOutcome GlobalEdit::Delete(GlobalFrame frame, bool confirm) {
         AfterStructuralChange(!rows.empty());
     });
     const int count = static_cast<int>(rows.size());
-    Tell(count > 0 ? Count(count, words::PipesDeleted) : std::string(words::NoMatches));
+    Tell(count > 0 ? CountText(count, words::PipesDeleted) : std::string(words::NoMatches));
     return {false, count};
 }
 
@@ -374,7 +374,7 @@ GlobalOutcome GlobalEdit::Duplicate(GlobalFrame frame) {
         AfterStructuralChange(count > 0);
     });
     if (count == static_cast<int>(sources.size())) {
-        Tell(Count(count, words::PipesDuplicated));
+        Tell(CountText(count, words::PipesDuplicated));
     }
     return {false, count};
 }
