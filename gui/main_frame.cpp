@@ -685,7 +685,8 @@ void MainFrame::OpenPipeLibrary() {
 
 void MainFrame::OpenFirePump() {
     auto* screen = new FirePumpWindow(
-        project_, library_.File.parent_path() / std::string(PumpDatabaseFileName), dialogs_, this);
+        project_, library_.File.parent_path() / std::string(PumpDatabaseFileName), dialogs_,
+        Units(), this);
     screen->setAttribute(Qt::WA_DeleteOnClose);
     // The pump row's Loss field and the title's modified mark follow the curve passed.
     connect(screen, &QDialog::accepted, this, [this] { ProjectStateChanged(); });
