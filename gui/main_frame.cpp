@@ -699,8 +699,15 @@ void MainFrame::OpenFirePump() {
         project_, library_.File.parent_path() / std::string(PumpDatabaseFileName), dialogs_,
         Units(), this);
     screen->setAttribute(Qt::WA_DeleteOnClose);
-    // The pump row's Loss field and the title's modified mark follow the curve passed.
-    connect(screen, &QDialog::accepted, this, [this] { ProjectStateChanged(); });
+    // The pump row's Loss field and the title's modified mark follow the curve passed; the pipe
+    // table keeps its current cell and its history of edits.
+    connect(screen, &QDialog::accepted, this, [this] {
+        setWindowTitle(Text(lifecycle_.Title()));
+        UpdateCommands();
+        if (PipeDataWindow* pipes = PipeData()) {
+            pipes->ShowRowsAgain();
+        }
+    });
     screen->open();
 }
 
