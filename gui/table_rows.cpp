@@ -27,8 +27,9 @@ void FitWindowToTableRows(QWidget& window, const QTableView& table, int rows, in
     // The viewport takes every pixel the window gains or loses: the toolbar, the labels and the
     // header stay as they are.
     const int change = rows * RowHeight(table) - table.viewport()->height();
-    const int height = std::clamp(window.height() + change, window.minimumHeight(),
-                                  std::max(window.minimumHeight(), largestHeight));
+    // Never below what the window's other pages need (a tab with more fields than the table).
+    const int least = std::max(window.minimumHeight(), window.minimumSizeHint().height());
+    const int height = std::clamp(window.height() + change, least, std::max(least, largestHeight));
     window.resize(window.width(), height);
 }
 

@@ -12,8 +12,8 @@ namespace quench::gui {
 int WholeRowsShown(const QTableView& table);
 
 // Grows or shrinks the laid-out window (a top-level window or an MDI child holding the table) so
-// that the table shows `rows` whole rows, but never beyond `largestHeight`. A maximised window
-// keeps its size.
+// that the table shows `rows` whole rows, but never beyond `largestHeight` nor below the least
+// height its contents need. A maximised window keeps its size.
 void FitWindowToTableRows(QWidget& window, const QTableView& table, int rows, int largestHeight);
 
 } // namespace quench::gui
