@@ -25,4 +25,19 @@ std::optional<Single> DeviceLossToStore(std::string_view text, MeasureSystem sys
         StoredValue(UnitKind::Pressure_Drop, FieldValue(text, decimalCharacter), system));
 }
 
+std::vector<int> LeavePumpRowsToCurve(Project& project) {
+    std::vector<int> changed;
+    for (int row = 1; row <= MaxPipes; ++row) {
+        PipeRecord& record = project.PipeRecord[static_cast<std::size_t>(row)];
+        if (record.Material == MaterialFirePump && record.DeviceLoss != NotGiven) {
+            record.DeviceLoss = NotGiven;
+            changed.push_back(row);
+        }
+    }
+    if (!changed.empty()) {
+        project.InputChanged = True;
+    }
+    return changed;
+}
+
 } // namespace quench

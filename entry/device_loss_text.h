@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quench {
 
@@ -24,5 +25,9 @@ std::string DeviceLossText(const PipeRecord& row, const CalculationData& data, M
 // row as it stands.
 std::optional<Single> DeviceLossToStore(std::string_view text, MeasureSystem system,
                                         char decimalCharacter = '.');
+
+// The pump screen passed a curve to use: every pump row takes its boost from it, a typed boost
+// included. Returns the rows changed.
+std::vector<int> LeavePumpRowsToCurve(Project& project);
 
 } // namespace quench

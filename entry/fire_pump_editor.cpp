@@ -2,6 +2,7 @@
 
 #include "core/formats.h"
 #include "core/text.h"
+#include "entry/device_loss_text.h"
 #include "entry/field_rules.h"
 #include "library/pump_curve_text.h"
 
@@ -337,6 +338,7 @@ bool FirePumpEditor::UsePumpCurve(Project& project) {
         const Integer source = current_ == 0 ? True : static_cast<Integer>(current_);
         StoreProjectPump(project.CalculationData, SlotsFromFields(), coefficients_, feetOfHead_,
                          source);
+        LeavePumpRowsToCurve(project);
     }
     NoteProjectChange(project, before);
     OfferToSaveEdits();

@@ -177,6 +177,9 @@ KeyOutcome PipeTable::FilterKey(int row, PipeColumn column, char key, const Fiel
         }
         outcome = FilterNumberKey(key, field, Attribute(column), options);
         break;
+    case DeviceLoss:
+        outcome = FilterLossKey(row, key, field);
+        break;
     case Active:
     case EquivLength:
     case Count:
@@ -189,6 +192,24 @@ KeyOutcome PipeTable::FilterKey(int row, PipeColumn column, char key, const Fiel
         project_.InputChanged = True;
     }
     return outcome;
+}
+
+// In a pump row C writes the whole word "Curve", and the word goes as a whole: a number typed over
+// it or a Backspace starts the field afresh.
+KeyOutcome PipeTable::FilterLossKey(int row, char key, const FieldState& field) {
+    const NumberKeyOptions options{decimalCharacter_, true};
+    const bool pump = row >= 1 && row <= MaxPipes && Record(row).Material == MaterialFirePump;
+    if (pump && key == 'C') {
+        const std::string word = PumpCurveLossText;
+        return {true, {word, static_cast<int>(word.size()), 0}};
+    }
+    if (field.Text != PumpCurveLossText) {
+        return FilterNumberKey(key, field, Attribute(DeviceLoss), options);
+    }
+    if (key == BackspaceKey) {
+        return {true, {}};
+    }
+    return FilterNumberKey(key, {}, Attribute(DeviceLoss), options);
 }
 
 std::string PipeTable::TestOnChange(PipeColumn column, std::string_view text) const {
@@ -245,8 +266,10 @@ PipeEdit PipeTable::Change(int row, PipeColumn column, std::string_view text) {
     } else {
         edit = ChangePipeField(row, column, tested);
     }
-    edit.Refused = tested != Trim(ToUpper(text)) && !(tested.empty() && Trim(text).empty()) &&
-                   column != DeviceLoss && !IsNodeDataColumn(column);
+    // The Loss field refuses only the word "Curve" outside a pump row.
+    const bool refusedText = tested != Trim(ToUpper(text)) &&
+                             !(tested.empty() && Trim(text).empty()) && !IsNodeDataColumn(column);
+    edit.Refused = column == DeviceLoss ? edit.Refused : refusedText;
     if (IsNodeDataColumn(column) && tested.empty() && !Trim(text).empty()) {
         edit.Refused = !KFactorWord(text);
     }
@@ -282,9 +305,7 @@ PipeEdit PipeTable::ChangePipeField(int row, PipeColumn column, const std::strin
     PipeEdit edit;
     const Integer material = Record(row).Material;
     if (column == DeviceLoss && text == PumpCurveLossText) {
-        edit.Rows = {row};
-        edit.Text = text;
-        return edit; // the word is shown, never stored
+        return ChooseLossCurve(row);
     }
     SaveField(row, column, text);
     if (DependsOnEquivLength(column)) {
@@ -292,9 +313,37 @@ PipeEdit PipeTable::ChangePipeField(int row, PipeColumn column, const std::strin
     }
     edit.Rows = {row};
     edit.Text = text;
-    edit.OpenPumpScreen = column == Material && Record(row).Material == MaterialFirePump &&
-                          material != MaterialFirePump;
+    if (column == Material && Record(row).Material != material) {
+        edit.OpenPumpScreen = Record(row).Material == MaterialFirePump;
+        FollowMaterialWithLoss(row);
+    }
     return edit;
+}
+
+// "Curve" in a pump row's Loss hands its boost to the project's pump curve; in any other row the
+// word means nothing and the field shows the row's loss again.
+PipeEdit PipeTable::ChooseLossCurve(int row) {
+    PipeEdit edit;
+    PipeRecord& record = Record(row);
+    if (record.Material == MaterialFirePump && record.DeviceLoss != NotGiven) {
+        record.DeviceLoss = NotGiven;
+        project_.InputChanged = True;
+    }
+    edit.Rows = {row};
+    edit.Text = DeviceLossText(record, project_.CalculationData, system_, decimalCharacter_);
+    edit.Refused = record.Material != MaterialFirePump;
+    return edit;
+}
+
+// A row made a pump takes its boost from the curve until one is typed; a row that stops being a
+// pump loses the curve's mark and shows a loss of 0.
+void PipeTable::FollowMaterialWithLoss(int row) {
+    PipeRecord& record = Record(row);
+    if (record.Material == MaterialFirePump) {
+        record.DeviceLoss = NotGiven;
+    } else if (record.DeviceLoss == NotGiven) {
+        record.DeviceLoss = 0;
+    }
 }
 
 PipeEdit PipeTable::ChangeFitting(int row, const std::string& text, bool withMessages) {

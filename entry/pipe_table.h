@@ -131,6 +131,9 @@ private:
     PipeEdit ChangeNodeData(int row, PipeColumn column, const std::string& text);
     PipeEdit ChangePipeField(int row, PipeColumn column, const std::string& text);
     PipeEdit ChangeFitting(int row, const std::string& text, bool parse);
+    KeyOutcome FilterLossKey(int row, char key, const FieldState& field);
+    PipeEdit ChooseLossCurve(int row);
+    void FollowMaterialWithLoss(int row);
     PipeEdit LeaveNodeNumber(int row, PipeColumn column, std::string_view text);
     PipeEdit LeaveNumber(int row, PipeColumn column, std::string_view text);
     bool SaveField(int row, PipeColumn column, const std::string& text);

@@ -47,5 +47,21 @@ TEST(DeviceLossText, CurveIsNotWrittenBack) {
     EXPECT_NEAR(*DeviceLossToStore("68,95", MeasureSystem::SI, ','), 10, 0.001);
 }
 
+TEST(DeviceLossText, APassedCurveTakesOverEveryPumpRow) {
+    Project project;
+    project.PipeRecord[1] = Row(MaterialFirePump, 0);
+    project.PipeRecord[2] = Row(MaterialMeter, 5);
+    project.PipeRecord[3] = Row(MaterialFirePump, 40);
+    project.PipeRecord[4] = Row(MaterialFirePump, NotGiven);
+    EXPECT_EQ(LeavePumpRowsToCurve(project), (std::vector{1, 3}));
+    EXPECT_EQ(project.PipeRecord[1].DeviceLoss, NotGiven);
+    EXPECT_EQ(project.PipeRecord[2].DeviceLoss, 5.0f);
+    EXPECT_EQ(project.PipeRecord[3].DeviceLoss, NotGiven);
+    EXPECT_EQ(project.InputChanged, True);
+    project.InputChanged = False;
+    EXPECT_TRUE(LeavePumpRowsToCurve(project).empty());
+    EXPECT_EQ(project.InputChanged, False);
+}
+
 } // namespace
 } // namespace quench

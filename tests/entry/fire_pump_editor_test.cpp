@@ -119,7 +119,10 @@ TEST(FirePumpEditor, OkPassesTheCalculatedCurveToTheProject) {
     screen.Type(4, "1000", "20");
     editor.SetFeetOfHead(true);
     ASSERT_TRUE(editor.Calculate());
+    screen.project.PipeRecord[7].Material = MaterialFirePump; // a new pump row: a boost of 0
+    screen.project.PipeRecord[7].DeviceLoss = 0;
     ASSERT_TRUE(editor.UsePumpCurve(screen.project));
+    EXPECT_EQ(screen.project.PipeRecord[7].DeviceLoss, NotGiven); // the curve gives the boost
     const CalculationData& data = screen.project.CalculationData;
     EXPECT_EQ(data.PumpCurveFlow[0], 0.0f);
     EXPECT_EQ(data.PumpCurvePressure[0], 120.0f);

@@ -107,6 +107,59 @@ TEST_F(PipeTableTest, ShowRowTextsAndColours) {
     EXPECT_TRUE(table.Show(2).Blank);
 }
 
+TEST_F(PipeTableTest, APumpRowTakesItsBoostFromTheCurveUntilOneIsTyped) {
+    project.CalculationData.PumpCoefficients = {100, -0.01, 0, 0, 0};
+    TypePipe(1, "10", "20");
+    EXPECT_EQ(Row(1).DeviceLoss, 0.0f);
+    // Made a pump, the row leaves its boost to the curve: no 0 to clear first.
+    EXPECT_TRUE(table.Enter(1, Material, "p").OpenPumpScreen);
+    EXPECT_EQ(Row(1).DeviceLoss, NotGiven);
+    EXPECT_EQ(table.Show(1)[DeviceLoss], "Curve");
+    // The same letter again opens nothing and changes nothing.
+    EXPECT_FALSE(table.Enter(1, Material, "P").OpenPumpScreen);
+    Type(1, DeviceLoss, "12.5");
+    EXPECT_EQ(Row(1).DeviceLoss, 12.5f);
+    // "Curve" typed in either case clears the typed boost.
+    project.InputChanged = False;
+    PipeEdit edit = table.Enter(1, DeviceLoss, "curve");
+    EXPECT_EQ(Row(1).DeviceLoss, NotGiven);
+    EXPECT_EQ(edit.Text, "Curve");
+    EXPECT_FALSE(edit.Refused);
+    EXPECT_EQ(project.InputChanged, True);
+    // On the keyboard C writes the whole word; a digit or Backspace over it starts afresh.
+    const auto key = [this](char pressed, std::string text) {
+        const int end = static_cast<int>(text.size());
+        const KeyOutcome outcome = table.FilterKey(1, DeviceLoss, pressed, {text, end, 0});
+        return outcome.Accepted ? outcome.Field.Text : std::string("refused");
+    };
+    EXPECT_EQ(key('c', "12.5"), "Curve");
+    EXPECT_EQ(key('U', "Curve"), "refused");
+    EXPECT_EQ(key('7', "Curve"), "7");
+    EXPECT_EQ(key(BackspaceKey, "Curve"), "");
+    // Without a curve the pump row shows an empty Loss, the boost still left to the pump screen.
+    project.CalculationData.PumpCoefficients = {};
+    EXPECT_EQ(table.Show(1)[DeviceLoss], "");
+    // A row that stops being a pump shows a loss of 0 again; there the word means nothing.
+    Type(1, Material, "M");
+    EXPECT_EQ(Row(1).DeviceLoss, 0.0f);
+    Type(1, DeviceLoss, "3");
+    EXPECT_EQ(key('C', "3.00"), "refused");
+    edit = table.Enter(1, DeviceLoss, "Curve");
+    EXPECT_TRUE(edit.Refused);
+    EXPECT_EQ(edit.Text, "3.00");
+    EXPECT_EQ(Row(1).DeviceLoss, 3.0f);
+    // A meter made a pump drops its loss: a loss is no boost.
+    Type(1, Material, "P");
+    EXPECT_EQ(Row(1).DeviceLoss, NotGiven);
+    // Undo takes the material and the loss back together.
+    UndoStack undo;
+    undo.Record(project, [this] { Type(1, Material, "1"); });
+    EXPECT_EQ(Row(1).DeviceLoss, 0.0f);
+    undo.Undo(project);
+    EXPECT_EQ(Row(1).Material, MaterialFirePump);
+    EXPECT_EQ(Row(1).DeviceLoss, NotGiven);
+}
+
 TEST_F(PipeTableTest, KeysOfTheFields) {
     const auto key = [this](PipeColumn column, char pressed, std::string text = "") {
         const KeyOutcome outcome =

@@ -182,12 +182,17 @@ void TypeNetwork(Desktop& desktop, int material, PumpCoefficientArray& curve) {
             EXPECT_EQ(keys.View.currentIndex().row(), 1);
             EXPECT_EQ(keys.View.currentIndex().column(), IndexOf(PipeColumn::Material));
             EXPECT_TRUE(pipes->Action("Undo")->isEnabled());
-            // The boost left open: the curve gives it.
+            // The new pump row leaves its boost to the curve passed.
             keys.TabTo(PipeColumn::DeviceLoss);
-            EXPECT_EQ(keys.Shown(2, PipeColumn::DeviceLoss), "0.00");
-            keys.Press(Qt::Key_F2);
-            keys.Press(Qt::Key_Backspace);
-            keys.Press(Qt::Key_Tab);
+            EXPECT_EQ(desktop.Model->PipeRecord[2].DeviceLoss, NotGiven);
+            EXPECT_EQ(keys.Shown(2, PipeColumn::DeviceLoss), "Curve");
+            // A typed boost takes over; the word typed back hands the boost to the curve again.
+            keys.Press("25");
+            keys.Press(Qt::Key_Backtab);
+            EXPECT_EQ(desktop.Model->PipeRecord[2].DeviceLoss, 25.0f);
+            keys.TabTo(PipeColumn::DeviceLoss);
+            keys.Press("Curve");
+            keys.Press(Qt::Key_Backtab);
             EXPECT_EQ(desktop.Model->PipeRecord[2].DeviceLoss, NotGiven);
             EXPECT_EQ(keys.Shown(2, PipeColumn::DeviceLoss), "Curve");
             continue;
