@@ -330,8 +330,10 @@ PipeEdit PipeTable::ChooseLossCurve(int row) {
         project_.InputChanged = True;
     }
     edit.Rows = {row};
-    edit.Text = DeviceLossText(record, project_.CalculationData, system_, decimalCharacter_);
     edit.Refused = record.Material != MaterialFirePump;
+    edit.Text = edit.Refused
+                    ? DeviceLossText(record, project_.CalculationData, system_, decimalCharacter_)
+                    : PumpCurveLossText;
     return edit;
 }
 

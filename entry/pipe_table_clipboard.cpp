@@ -1,6 +1,7 @@
 #include "entry/pipe_table_clipboard.h"
 
 #include "core/text.h"
+#include "entry/device_loss_text.h"
 #include "entry/k_factor_text.h"
 
 #include <algorithm>
@@ -46,6 +47,9 @@ std::optional<std::string> Typed(PipeTable& table, int row, PipeColumn column,
                                  const std::string& text) {
     if ((column == PipeColumn::KFactorB || column == PipeColumn::KFactorE) && KFactorWord(text)) {
         return *KFactorWord(text);
+    }
+    if (column == PipeColumn::DeviceLoss && EqualsIgnoreCase(text, PumpCurveLossText)) {
+        return std::string(PumpCurveLossText); // the row decides whether the word is taken
     }
     FieldState field;
     for (char key : text) {

@@ -148,8 +148,14 @@ TEST_F(PipeTableTest, APumpRowTakesItsBoostFromTheCurveUntilOneIsTyped) {
     EXPECT_TRUE(edit.Refused);
     EXPECT_EQ(edit.Text, "3.00");
     EXPECT_EQ(Row(1).DeviceLoss, 3.0f);
+    // A pasted "Curve" is taken by a pump row only.
+    EXPECT_FALSE(PasteCells(table, 1, DeviceLoss, "Curve").Refused.empty());
+    EXPECT_EQ(Row(1).DeviceLoss, 3.0f);
     // A meter made a pump drops its loss: a loss is no boost.
     Type(1, Material, "P");
+    EXPECT_EQ(Row(1).DeviceLoss, NotGiven);
+    Type(1, DeviceLoss, "40");
+    EXPECT_TRUE(PasteCells(table, 1, DeviceLoss, "CURVE").Refused.empty());
     EXPECT_EQ(Row(1).DeviceLoss, NotGiven);
     // Undo takes the material and the loss back together.
     UndoStack undo;
