@@ -10,6 +10,7 @@
 #include "core/formats.h"
 #include "core/project_file.h"
 #include "core/text.h"
+#include "entry/device_loss_text.h"
 #include "library/pump_curve.h"
 #include "library/pump_curve_text.h"
 #include "library/pump_database.h"
@@ -187,6 +188,7 @@ int UsePump(const PumpArguments& arguments, std::ostream& out, std::ostream& err
     }
     StoreProjectPump(project.CalculationData, PumpRecordSlots(pump), fit.Coefficients,
                      pump.FeetOfHead != 0, static_cast<Integer>(*number));
+    LeavePumpRowsToCurve(project);
     project.InputChanged = True;
     const WriteOutcome outcome = WriteProject(project, file, &error);
     if (outcome != WriteOutcome::Written) {

@@ -123,6 +123,11 @@ TEST(PumpCommand, UsePutsADatabasePumpIntoAProject) {
     ASSERT_TRUE(SavePumpDatabase(database, {BlankPumpRecord("EMPTY"), feet}));
     Project project;
     project.SystemData.HazardDescription = "Ordinary Hazard";
+    project.PipeRecord[1].BegNode = "10";
+    project.PipeRecord[1].EndNode = "20";
+    project.PipeRecord[1].Material = MaterialFirePump; // a typed boost of 0 gives way to the curve
+    project.PipeRecord[1].DeviceLoss = 0;
+    project.NumberOfPipeRows = 1;
     ASSERT_EQ(WriteProject(project, file), WriteOutcome::Written);
 
     const CommandOutcome use =
@@ -133,6 +138,7 @@ TEST(PumpCommand, UsePutsADatabasePumpIntoAProject) {
     Project read;
     ASSERT_TRUE(ReadProject(read, file));
     const CalculationData& data = read.CalculationData;
+    EXPECT_EQ(read.PipeRecord[1].DeviceLoss, NotGiven);
     EXPECT_EQ(data.PumpCurveFlow[0], 0.0f);
     EXPECT_EQ(data.PumpCurvePressure[2], 236.0f);
     EXPECT_EQ(data.PumpCurveFlow[4], 1024.0f);
