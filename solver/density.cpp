@@ -64,7 +64,7 @@ double FindMinDensity(const Project& project, SolverState& state) {
             }
         }
     }
-    state.MinimumDensity = lowest;
+    state.Density.MinimumDensity = lowest;
     return lowest;
 }
 

@@ -179,17 +179,18 @@ private:
     // The solve's start, also after a density restart or after a zero pivot.
     Phase SetUp() {
         state_.StartBumps = 0;
-        state_.DensityRounds = 0;
+        state_.Density.DensityRounds = 0;
         state_.Peaked = false;
-        state_.HmdPressureRound = 0;
-        state_.DensityFactor = 1.0f;
-        state_.HighWaterSet = false; // the highest pressure seen belongs to the target in force
+        state_.Targeting.HmdPressureRound = 0;
+        state_.Density.DensityFactor = 1.0f;
+        // The highest pressure seen belongs to the target in force.
+        state_.Targeting.HighWaterSet = false;
         if (!state_.RestartFlag) {
             project_.SizingNotes.clear();
             state_.DensityNode = 0;
             state_.HmdNode = 0;
             state_.DensityPressure = 0;
-            state_.HmdLock = false;
+            state_.Retesting.HmdLock = false;
         }
         state_.StartPressure = 0.1f;
         NoteInflowFlow();
@@ -429,7 +430,7 @@ private:
     }
 
     double DensityShortfall() const {
-        const double lowest = state_.MinimumDensity;
+        const double lowest = state_.Density.MinimumDensity;
         if (!state_.Options.DemandMode || lowest == 0 || lowest == NoFlowingSprinkler) {
             return 0;
         }
@@ -513,7 +514,7 @@ private:
         ++governingHolds_;
         governing_ = true;
         state_.DensityNode = 0;
-        state_.HmdLock = false;
+        state_.Retesting.HmdLock = false;
         state_.PreviousHmdNode = state_.HmdNode;
         state_.HmdNode = static_cast<Integer>(worst.Number);
         state_.TargetPressure = worst.Requirement;
