@@ -1,10 +1,14 @@
 #include "gui/pipe_data_window.h"
 
 #include "core/settings_keys.h"
+#include "entry/general_data_words.h"
 #include "entry/pipe_table_clipboard.h"
+#include "gui/global_edit_tab.h"
+#include "gui/grid_builder_tab.h"
 #include "gui/help_window.h"
 #include "gui/pipe_table_model.h"
 #include "gui/screen_dispatcher.h"
+#include "gui/tree_builder_tab.h"
 
 #include <QAction>
 #include <QApplication>
@@ -13,6 +17,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QTabWidget>
 #include <QTableView>
 #include <QTimer>
 #include <QToolBar>
@@ -41,7 +46,8 @@ PipeDataWindow::PipeDataWindow(Project& project, const PipeLibrary& library, Dia
       table_(project, library, dialogs, system, decimalCharacter),
       model_(new PipeTableModel(table_, undo, this)),
       delegate_(new PipeCellDelegate(*model_, this)), view_(new QTableView(this)),
-      toolbar_(new QToolBar(this)), defaultK_(new QLabel(this)), totalArea_(new QLabel(this)) {
+      toolbar_(new QToolBar(this)), defaultK_(new QLabel(this)), totalArea_(new QLabel(this)),
+      tabs_(new QTabWidget(this)) {
     setObjectName("frmEEPipeData");
     defaultK_->setObjectName("lblDefaultKFactor");
     totalArea_->setObjectName("lblTotalSprkArea");
@@ -60,12 +66,36 @@ PipeDataWindow::PipeDataWindow(Project& project, const PipeLibrary& library, Dia
     labels->addWidget(defaultK_);
     labels->addStretch();
     labels->addWidget(totalArea_);
+    auto* pipes = new QWidget(tabs_);
+    auto* pipesLayout = new QVBoxLayout(pipes);
+    pipesLayout->setContentsMargins(4, 4, 4, 4);
+    pipesLayout->addWidget(toolbar_);
+    pipesLayout->addLayout(labels);
+    pipesLayout->addWidget(view_);
+    tabs_->setObjectName("tabPipeData");
+    tabs_->addTab(pipes, tr("Pipe Data"));
+    AddBuilderTabs(library, system, decimalCharacter);
+    globalEdit_ = new GlobalEditTab(
+        table_, library, dialogs, undo, [this] { return ConfirmPipeDeletion(settings_); }, tabs_);
+    tabs_->addTab(globalEdit_, tr("Global Edit"));
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(4, 4, 4, 4);
-    layout->addWidget(toolbar_);
-    layout->addLayout(labels);
-    layout->addWidget(view_);
+    layout->addWidget(tabs_);
+    connect(tabs_, &QTabWidget::currentChanged, this, [this](int index) {
+        if (index == 0) {
+            Refresh();
+        } else {
+            setWindowTitle(Text(table_.ShortCaption()));
+        }
+    });
 
+    connect(globalEdit_, &GlobalEditTab::CommandStarting, this, &PipeDataWindow::WriteBack);
+    connect(globalEdit_, &GlobalEditTab::TablesChanged, this, [this] {
+        model_->Reload();
+        Refresh();
+        emit InputEdited();
+    });
+    connect(globalEdit_, &GlobalEditTab::StatusTextWanted, this, &PipeDataWindow::StatusTextWanted);
     connect(model_, &PipeTableModel::Edited, this, [this] {
         Refresh();
         emit InputEdited();
@@ -92,15 +122,51 @@ PipeDataWindow::~PipeDataWindow() {
 void PipeDataWindow::UseHelp(HelpWindows& help, ScreenDispatcher& screens) {
     help_ = &help;
     screens_ = &screens;
+    globalEdit_->UseHelp(help);
     screens.Register(ScreenName, [this](std::string_view command) { Dispatch(command); });
 }
 
+void PipeDataWindow::AddBuilderTabs(const PipeLibrary& library, MeasureSystem system,
+                                    char decimalCharacter) {
+    treeBuilder_ = new TreeBuilderTab(project_, library, dialogs_, system, decimalCharacter, tabs_);
+    gridBuilder_ = new GridBuilderTab(project_, library, dialogs_, system, decimalCharacter, tabs_);
+    tabs_->addTab(treeBuilder_, tr("Tree Builder"));
+    tabs_->addTab(gridBuilder_, tr("Grid Builder"));
+    // A build is one step of the table's history, and the table shows its rows at once.
+    const auto record = [this](const std::function<void()>& build) { Recorded(build); };
+    const auto built = [this] {
+        ShowRowsAgain();
+        emit InputEdited();
+    };
+    treeBuilder_->RecordEdit = record;
+    gridBuilder_->RecordEdit = record;
+    connect(treeBuilder_, &TreeBuilderTab::RowsBuilt, this, built);
+    connect(gridBuilder_, &GridBuilderTab::RowsBuilt, this, built);
+    connect(treeBuilder_, &TreeBuilderTab::StatusTextWanted, this,
+            &PipeDataWindow::StatusTextWanted);
+    connect(gridBuilder_, &GridBuilderTab::StatusTextWanted, this,
+            &PipeDataWindow::StatusTextWanted);
+}
+
 void PipeDataWindow::Dispatch(std::string_view command) {
+    if (command == "UpdateTreeInputData") {
+        treeBuilder_->Store();
+        gridBuilder_->Store();
+        return;
+    }
+    if (command == UpdateLabelsWord) {
+        treeBuilder_->ShowCaptions();
+        gridBuilder_->ShowCaptions();
+        return;
+    }
     if (command != HelpReturnWord(ScreenName) || help_ == nullptr) {
         return;
     }
     // A pick from a help list goes into its field as if typed there.
     const HelpState& state = help_->State();
+    if (globalEdit_->TakeHelpChoice(state)) {
+        return;
+    }
     const int row = state.HelpOriginRow;
     PipeEdit edit;
     Recorded([&] { edit = table_.Enter(row, helpColumn_, state.HelpSelection); });
@@ -112,7 +178,8 @@ void PipeDataWindow::Dispatch(std::string_view command) {
 
 void PipeDataWindow::keyPressEvent(QKeyEvent* event) {
     const QModelIndex current = view_->currentIndex();
-    if (event->key() != Qt::Key_F1 || help_ == nullptr || !current.isValid()) {
+    if (event->key() != Qt::Key_F1 || help_ == nullptr || !current.isValid() ||
+        tabs_->currentIndex() != 0) {
         QWidget::keyPressEvent(event);
         return;
     }
@@ -263,6 +330,9 @@ void PipeDataWindow::Paste() {
 }
 
 void PipeDataWindow::WriteBack() {
+    // The builders' last inputs go into the model with the rows, as before a save or a close.
+    treeBuilder_->Store();
+    gridBuilder_->Store();
     QWidget* editor = view_->indexWidget(view_->currentIndex());
     if (editor != nullptr) {
         emit delegate_->commitData(editor);
@@ -273,6 +343,8 @@ void PipeDataWindow::WriteBack() {
 void PipeDataWindow::Reload() {
     model_->Undo().Clear();
     model_->Reload();
+    treeBuilder_->Load();
+    gridBuilder_->Load();
 }
 
 void PipeDataWindow::ShowRowsAgain() {
@@ -283,7 +355,10 @@ void PipeDataWindow::ShowRowsAgain() {
 void PipeDataWindow::SwitchUnits(MeasureSystem system) {
     WriteBack();
     table_.SwitchUnits(system);
+    globalEdit_->SwitchUnits(system);
     model_->Reload();
+    treeBuilder_->SwitchUnits(system);
+    gridBuilder_->SwitchUnits(system);
 }
 
 bool PipeDataWindow::event(QEvent* event) {
@@ -304,6 +379,9 @@ void PipeDataWindow::Refresh() {
     setWindowTitle(Text(table_.Caption(CurrentPipe())));
     defaultK_->setText(Text(table_.DefaultKFactorLabel()));
     totalArea_->setText(Text(table_.SprinklerAreaLabel()));
+    if (globalEdit_ != nullptr) {
+        globalEdit_->Refresh();
+    }
     if (QAction* undo = Action("Undo")) {
         undo->setEnabled(model_->Undo().CanUndo());
     }

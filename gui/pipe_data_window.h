@@ -18,15 +18,19 @@
 
 class QAction;
 class QLabel;
+class QTabWidget;
 class QTableView;
 class QToolBar;
 
 namespace quench::gui {
 
+class GlobalEditTab;
+class GridBuilderTab;
 class HelpWindows;
 class PipeTableModel;
 class PipeCellDelegate;
 class ScreenDispatcher;
+class TreeBuilderTab;
 
 class PipeDataWindow : public QWidget {
     Q_OBJECT
@@ -41,7 +45,8 @@ public:
 
     // The help windows of the fields (F1 on a cell) and the dispatcher that returns their picks.
     void UseHelp(HelpWindows& help, ScreenDispatcher& screens);
-    // The screen's dispatcher words: "UpdateEEPipeDataFromHelpWindow".
+    // The screen's dispatcher words: "UpdateEEPipeDataFromHelpWindow", "UpdateTreeInputData"
+    // (the builders' inputs into the model) and "Updatlabel" (the discharge word changed).
     void Dispatch(std::string_view command);
 
     // The commands by their toolbar keys ("ToolAddPipe", "Undo", "Paste", ...).
@@ -61,6 +66,11 @@ public:
     int CurrentPipe() const;
     QLabel* TotalAreaLabel() const { return totalArea_; }
     QLabel* DefaultKLabel() const { return defaultK_; }
+    // The table tab comes first; the builders and global edit follow as further tabs.
+    QTabWidget* Tabs() const { return tabs_; }
+    GlobalEditTab* GlobalEdit() const { return globalEdit_; }
+    TreeBuilderTab* TreeBuilder() const { return treeBuilder_; }
+    GridBuilderTab* GridBuilder() const { return gridBuilder_; }
 
 signals:
     void StatusTextWanted(const QString& text);
@@ -83,6 +93,7 @@ private:
     void Paste();
     template <typename Operation>
     void Recorded(Operation&& operation);
+    void AddBuilderTabs(const PipeLibrary& library, MeasureSystem system, char decimalCharacter);
 
     Project& project_;
     Dialogs& dialogs_;
@@ -94,6 +105,10 @@ private:
     QToolBar* toolbar_;
     QLabel* defaultK_;
     QLabel* totalArea_;
+    QTabWidget* tabs_;
+    GlobalEditTab* globalEdit_ = nullptr;
+    TreeBuilderTab* treeBuilder_ = nullptr;
+    GridBuilderTab* gridBuilder_ = nullptr;
     std::map<QString, QAction*> actions_;
     NodeEnd lastNodeEnd_ = NodeEnd::Beginning;
     HelpWindows* help_ = nullptr;

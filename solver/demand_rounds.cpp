@@ -122,7 +122,10 @@ void TakeLowestResidual(const Project& project, SolverState& state) {
 // test); Nothing when the HMD node holds.
 bool FollowDensityTarget(RunContext& context, SolverState& state, Phase& next) {
     ++state.HmdPressureRound;
-    state.TargetPressure = state.DensityPressure;
+    // The density pressure of a sprinkler that takes more water per K than the others can lie
+    // below the minimum residual pressure; the target never does.
+    state.TargetPressure =
+        std::max(state.DensityPressure, static_cast<double>(state.Options.MinimumResidual));
     state.HighWater = state.TargetPressure;
     FindHmd(context.Project, state);
     if (state.HmdResidual < state.HighWater && state.HmdPressureRound < RoundCeiling) {
@@ -231,6 +234,16 @@ Phase RepeatRetest(SolverState& state) {
     state.SecondLook = true;
     state.FlipCount = 1;
     return Phase::PassStart;
+}
+
+double ResidualOf(const Project& project, int number) {
+    for (int position = 1; position <= project.NumberOfNodes; ++position) {
+        const NodeRecord& node = project.NodeRecord[static_cast<std::size_t>(position)];
+        if (node.Number == number) {
+            return node.ResidualPressure;
+        }
+    }
+    return 0;
 }
 
 bool AnyResidualBelow(const Project& project, double level) {
@@ -426,13 +439,17 @@ Phase RaiseForDensity(RunContext& context, SolverState& state) {
     const double required = RequiredDensity(project, false);
     const double lowest = state.MinimumDensity == NoFlowingSprinkler ? 0.0 : state.MinimumDensity;
     // A sprinkler's density follows the square root of its pressure: the pressure held rises (or
-    // falls) by the square of the density ratio, from the target at which the density was found.
+    // falls) by the square of the density ratio, from the pressure at which that sprinkler had the
+    // lowest density. That is the target when it is the HMD node; with other K-factors or areas
+    // it may be another sprinkler, whose own pressure is then the one to scale.
+    const LowestDensity node = LowestDensityNode(project);
+    const double base = node.Number != 0 ? ResidualOf(project, node.Number) : state.TargetPressure;
     const double ratio = lowest == 0 ? 1.0 : (required / lowest) * (required / lowest);
     if (state.DensityRounds > DensityRoundsBeforeLeap && lowest != 0) {
-        state.TargetPressure = state.DensityFactor * (state.DensityRounds / DensityRoundsPerLeap) *
-                               ratio * state.TargetPressure;
+        state.TargetPressure =
+            state.DensityFactor * (state.DensityRounds / DensityRoundsPerLeap) * ratio * base;
     } else if (lowest != 0) {
-        state.TargetPressure = state.DensityFactor * ratio * state.TargetPressure;
+        state.TargetPressure = state.DensityFactor * ratio * base;
         if (state.TargetPressure < state.Options.MinimumResidual) {
             state.TargetPressure = state.Options.MinimumResidual;
         }
@@ -442,7 +459,6 @@ Phase RaiseForDensity(RunContext& context, SolverState& state) {
     const bool nearRequirement = required != 0 && (required - lowest) / required < NearDensityShare;
     state.DensityFactor = nearRequirement ? 1.0f : DensityPush;
     // The sprinkler with the lowest density is the one the new target is for: it is held next.
-    const LowestDensity node = LowestDensityNode(project);
     if (node.Number != 0) {
         state.DensityNode = static_cast<Integer>(node.Number);
     }
