@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -36,25 +38,9 @@ double SmallestAllowedSize(int material, double flow, double minimum, double cFa
     return 0;
 }
 
-TEST(AutosizingBranchSizes, BranchLinesTakeOneToOneAndAHalfInchWhereTheLimitsAllow) {
-    Project project;
-    NetworkBuilder network(project);
-    ShapeOptions options;
-    options.FlowingBranchLines = 0;
-    options.FlowingPerLine = 0;
-    BuildTree(network, 4, 5, options);
-    network.DemandMode(7, 0.15f);
-    for (int row = 1; row <= project.NumberOfPipeRows; ++row) {
-        PipeRecord& pipe = project.PipeRecord[static_cast<std::size_t>(row)];
-        if (pipe.Diameter == options.BranchDiameter) {
-            pipe.Diameter = 0;
-            pipe.DiameterFixed = False;
-        }
-    }
-    CalculationData& data = project.CalculationData;
-    data.MaxWaterVelocity = MaximumVelocity;
-    data.MaxFrictionalLoss = MaximumFriction;
-    data.TypeGroupMinDiameter[0] = 1; // pipes of no type group: 1 in. at least
+// Calculated with sizing: every open pipe within both limits and 1 in. at least, and 1 to 1.5 in.
+// where the 1 in. size meets both limits at its flow.
+void ExpectBranchSizes(Project& project) {
     CalculationRun run;
     run.Dialogs.Script(Answer::Yes);
     ASSERT_TRUE(run.Calculate(project)) << run.Dialogs.LastText();
@@ -85,6 +71,39 @@ TEST(AutosizingBranchSizes, BranchLinesTakeOneToOneAndAHalfInchWhereTheLimitsAll
     EXPECT_EQ(sized, 20);
     // At least the last pipe of every branch line, feeding one sprinkler, is such a pipe.
     EXPECT_GE(small, 4);
+}
+
+// The tree of the test: a 4" cross main with four branch lines of five sprinklers, every branch
+// pipe open to sizing, sized from a 1 in. minimum at the damping given.
+void BuildOpenTree(Project& project, Integer initialDamping, Integer minimumDamping) {
+    NetworkBuilder network(project);
+    ShapeOptions options;
+    options.FlowingBranchLines = 0;
+    options.FlowingPerLine = 0;
+    BuildTree(network, 4, 5, options);
+    network.DemandMode(7, 0.15f);
+    for (int row = 1; row <= project.NumberOfPipeRows; ++row) {
+        PipeRecord& pipe = project.PipeRecord[static_cast<std::size_t>(row)];
+        if (pipe.Diameter == options.BranchDiameter) {
+            pipe.Diameter = 0;
+            pipe.DiameterFixed = False;
+        }
+    }
+    CalculationData& data = project.CalculationData;
+    data.MaxWaterVelocity = MaximumVelocity;
+    data.MaxFrictionalLoss = MaximumFriction;
+    data.TypeGroupMinDiameter[0] = 1; // pipes of no type group: 1 in. at least
+    data.InitialDampingFactor = initialDamping;
+    data.MinimumDampingFactor = minimumDamping;
+}
+
+TEST(AutosizingBranchSizes, BranchLinesTakeOneToOneAndAHalfInchWhereTheLimitsAllow) {
+    for (const auto& [initial, minimum] : {std::pair{4, 1}, {40, 30}}) {
+        SCOPED_TRACE("damping " + std::to_string(initial) + "/" + std::to_string(minimum));
+        Project project;
+        BuildOpenTree(project, static_cast<Integer>(initial), static_cast<Integer>(minimum));
+        ExpectBranchSizes(project);
+    }
 }
 
 } // namespace
