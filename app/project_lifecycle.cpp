@@ -289,7 +289,9 @@ void ProjectLifecycle::OpenNamed(fs::path file) {
 
 bool ProjectLifecycle::LoadWorkingCopy(const fs::path& file) {
     ResetProject(project_);
-    if (!CopyFile(file, tempFileName_)) {
+    // The working copy of a file that stays on the disk as it was: a crash loses nothing that a
+    // sync would keep.
+    if (!CopyFile(file, tempFileName_, nullptr, Durability::Unsynced)) {
         ClosedAfterFailure(texts::DiskUnusable);
         return false;
     }
@@ -571,7 +573,8 @@ bool ProjectLifecycle::WriteWorkingFile() {
     return outcome == WriteOutcome::Written;
 }
 
-bool ProjectLifecycle::CopyFile(const fs::path& from, const fs::path& to, std::string* error) {
+bool ProjectLifecycle::CopyFile(const fs::path& from, const fs::path& to, std::string* error,
+                                Durability durability) {
     std::string bytes;
     if (!ReadWholeFile(from, bytes)) {
         if (error != nullptr) {
@@ -579,7 +582,7 @@ bool ProjectLifecycle::CopyFile(const fs::path& from, const fs::path& to, std::s
         }
         return false;
     }
-    return WriteFileAtomically(to, bytes, error);
+    return WriteFileAtomically(to, bytes, error, durability);
 }
 
 void ProjectLifecycle::RemoveFile(const fs::path& file) {

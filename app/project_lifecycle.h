@@ -14,6 +14,7 @@
 // through LifecycleHost, and every message and question goes through Dialogs.
 
 #include "app/command_table.h"
+#include "core/atomic_write.h"
 #include "core/dialogs.h"
 #include "core/project.h"
 #include "core/settings.h"
@@ -207,7 +208,7 @@ private:
 
     bool WriteWorkingFile();
     bool CopyFile(const std::filesystem::path& from, const std::filesystem::path& to,
-                  std::string* error = nullptr);
+                  std::string* error = nullptr, Durability durability = Durability::Synced);
     void RemoveFile(const std::filesystem::path& file);
     void ShowOpenError(std::string_view text);
     void ShowSaveError(const std::filesystem::path& file, std::string_view error);

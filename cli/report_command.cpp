@@ -11,7 +11,9 @@
 #include "reports/text_canvas.h"
 
 #ifdef QUENCH_REPORT_PDF
-#include "gui/report_painter/report_pdf.h"
+#include "gui/report_painter/report_pdf_module.h"
+
+#include <dlfcn.h>
 #endif
 
 #include <filesystem>
@@ -176,10 +178,30 @@ bool WriteText(const ReportInput& input, const ReportArguments& arguments, std::
     return true;
 }
 
+#ifdef QUENCH_REPORT_PDF
+// The PDF writer of the module, loaded once; nullptr with the reason when it cannot be.
+WriteReportPdfFunction LoadPdfWriter(std::string& reason) {
+    const std::filesystem::path here = ExecutableDirectory();
+    for (const std::filesystem::path& module :
+         {here / ReportPdfModuleFile, here / ".." / "lib" / "quench" / ReportPdfModuleFile}) {
+        if (void* handle = ::dlopen(module.c_str(), RTLD_NOW | RTLD_LOCAL)) {
+            if (void* function = ::dlsym(handle, ReportPdfFunctionName)) {
+                return reinterpret_cast<WriteReportPdfFunction>(function);
+            }
+        }
+    }
+    const char* why = ::dlerror();
+    reason = "the PDF writer " + std::string(ReportPdfModuleFile) + " cannot be loaded" +
+             (why != nullptr ? std::string(" (") + why + ")" : std::string());
+    return nullptr;
+}
+#endif
+
 bool WritePdf(const ReportInput& input, const ReportArguments& arguments, std::ostream& err) {
 #ifdef QUENCH_REPORT_PDF
     std::string reason;
-    if (!WriteReportPdf(input, arguments.Options, arguments.Pdf, nullptr, &reason)) {
+    const WriteReportPdfFunction writer = LoadPdfWriter(reason);
+    if (writer == nullptr || !writer(input, arguments.Options, arguments.Pdf, &reason)) {
         UsageError(err, "cannot write " + Quoted(arguments.Pdf) + ": " + reason);
         return false;
     }

@@ -13,6 +13,9 @@ install(TARGETS quench RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 if(TARGET quench-gui)
     install(TARGETS quench-gui RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()
+if(TARGET quench_report_pdf)
+    install(TARGETS quench_report_pdf LIBRARY DESTINATION lib/quench)
+endif()
 install(FILES ${QUENCH_DATA_DIR}/PIPE.DAT ${QUENCH_DATA_DIR}/Pump.Dat
               ${PROJECT_SOURCE_DIR}/data/TIPOFDAY.TXT
         DESTINATION ${CMAKE_INSTALL_DATADIR}/quench)

@@ -1,9 +1,9 @@
 #include "core/atomic_write.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
-#include <fstream>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -86,17 +86,41 @@ bool WriteFileAtomically(const std::filesystem::path& file, std::string_view byt
     return true;
 }
 
+// A regular file in one read of its size; anything else (a pipe, a device) a block at a time, so
+// that it is read as far as it goes.
 bool ReadWholeFile(const std::filesystem::path& file, std::string& bytes) {
-    std::error_code ignored;
-    if (std::filesystem::is_directory(file, ignored)) {
+    const int descriptor = ::open(file.c_str(), O_RDONLY | O_CLOEXEC);
+    if (descriptor < 0) {
         return false;
     }
-    std::ifstream stream(file, std::ios::binary);
-    if (!stream) {
+    struct stat info {};
+    if (::fstat(descriptor, &info) != 0 || S_ISDIR(info.st_mode)) {
+        ::close(descriptor);
         return false;
     }
-    bytes.assign(std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>());
-    return !stream.bad();
+    constexpr std::size_t Block = 65536;
+    const std::size_t expected =
+        S_ISREG(info.st_mode) ? static_cast<std::size_t>(std::max<off_t>(info.st_size, 0)) : 0;
+    bytes.resize(expected + 1); // one more, to see the end of a file that grew
+    std::size_t filled = 0;
+    bool failed = false;
+    for (;;) {
+        if (filled == bytes.size()) {
+            bytes.resize(bytes.size() + Block);
+        }
+        const ssize_t count = ::read(descriptor, bytes.data() + filled, bytes.size() - filled);
+        if (count < 0 && errno == EINTR) {
+            continue;
+        }
+        if (count <= 0) {
+            failed = count < 0;
+            break;
+        }
+        filled += static_cast<std::size_t>(count);
+    }
+    ::close(descriptor);
+    bytes.resize(filled);
+    return !failed;
 }
 
 } // namespace quench

@@ -82,6 +82,28 @@ private:
     int counter_ = 0;
 };
 
+// Counts the records that the writer lays, so that the image is allocated once.
+class RecordCounter {
+public:
+    template <class Data>
+    void Record(std::string_view /*name*/, const Data& /*data*/) {
+        ++count_;
+    }
+    template <class T>
+    void Value(std::string_view /*name*/, const T& /*value*/) {
+        ++count_;
+    }
+    void Count(std::string_view /*name*/, Integer /*count*/) { ++count_; }
+    template <class Rows>
+    void Table(std::string_view /*name*/, const Rows& rows, Integer count, TableKind /*kind*/) {
+        count_ += static_cast<std::size_t>(UsedRows(rows, count));
+    }
+    std::size_t Records() const { return count_; }
+
+private:
+    std::size_t count_ = 0;
+};
+
 // Lays the records one after another, each on its own background of blanks.
 class ProjectWriter {
 public:
@@ -141,6 +163,10 @@ private:
     Bytes& image_;
     std::string problem_;
 };
+
+std::string_view AsText(const Bytes& bytes) {
+    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
 
 void SetError(std::string* error, std::string text) {
     if (error != nullptr) {
@@ -249,7 +275,11 @@ bool ReadProjectHeader(Project& project, const std::filesystem::path& file, std:
 }
 
 bool LayProjectImage(const Project& project, std::vector<std::uint8_t>& image, std::string* error) {
+    RecordCounter counter;
+    VisitProjectRecords(project, counter);
+    VisitExtensionRecords(project, counter);
     ProjectWriter writer(image);
+    image.reserve(counter.Records() * ProjectRecordLength);
     VisitProjectRecords(project, writer);
     VisitExtensionRecords(project, writer);
     if (!writer.Problem().empty()) {
@@ -275,7 +305,7 @@ WriteOutcome WriteProject(const Project& project, const std::filesystem::path& f
         SetError(error, problem);
         return WriteOutcome::Failed;
     }
-    if (!ReplaceFileHead(file, image, problem)) {
+    if (!AppendFileTail(file, image, problem) || !ReplaceFile(file, AsText(image), problem)) {
         SetError(error, problem);
         return WriteOutcome::Failed;
     }
@@ -298,17 +328,16 @@ WriteOutcome SaveProject(const Project& project, const std::filesystem::path& wo
     }
     Bytes image;
     std::string problem;
-    std::string bytes;
     if (!LayProjectImage(project, image, &problem) ||
-        !LayFileOverHead(workingFile, image, bytes, problem) ||
-        !ReplaceFile(workingFile, bytes, problem, Durability::Unsynced)) {
+        !AppendFileTail(workingFile, image, problem) ||
+        !ReplaceFile(workingFile, AsText(image), problem, Durability::Unsynced)) {
         SetError(error, problem);
         return WriteOutcome::Failed;
     }
     if (failed != nullptr) {
         *failed = namedFile;
     }
-    if (!ReplaceFile(namedFile, bytes, problem, Durability::Synced)) {
+    if (!ReplaceFile(namedFile, AsText(image), problem, Durability::Synced)) {
         SetError(error, problem);
         return WriteOutcome::Failed;
     }

@@ -203,6 +203,24 @@ bool LayFileOverHead(const fs::path& file, std::span<const std::uint8_t> head, s
     return true;
 }
 
+bool AppendFileTail(const fs::path& file, std::vector<std::uint8_t>& image, std::string& error) {
+    const fs::path target = ResolveTarget(file);
+    std::error_code ignored;
+    const fs::file_status kind = fs::status(target, ignored);
+    if (!CheckTarget(target, kind, error)) {
+        return false;
+    }
+    if (!fs::exists(kind)) {
+        return true;
+    }
+    std::vector<std::uint8_t> tail;
+    if (!ReadFileTail(target, image.size(), tail, error)) {
+        return false;
+    }
+    image.insert(image.end(), tail.begin(), tail.end());
+    return true;
+}
+
 bool ReplaceFile(const fs::path& file, std::string_view bytes, std::string& error,
                  Durability durability) {
     const fs::path target = ResolveTarget(file);

@@ -30,6 +30,11 @@ bool ReadFileTail(const std::filesystem::path& file, std::size_t offset,
 bool LayFileOverHead(const std::filesystem::path& file, std::span<const std::uint8_t> head,
                      std::string& bytes, std::string& error);
 
+// Appends to image whatever of the file lies beyond image's length, with the checks of
+// LayFileOverHead, so that image holds the bytes the file holds once image is written over it.
+bool AppendFileTail(const std::filesystem::path& file, std::vector<std::uint8_t>& image,
+                    std::string& error);
+
 // Puts head at the start of the file and keeps whatever lay beyond it. The file is never left
 // half-written: the new bytes and the old tail are written atomically (core/atomic_write.h).
 // A symbolic link is followed; a missing directory is not made. On failure the old file is

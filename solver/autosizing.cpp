@@ -111,6 +111,15 @@ public:
     // The step then waits for the iteration to settle.
     bool Waiting() const { return state_.SolvedOnce && !judging_; }
 
+    // Sizes far too small for the demand (1/2" branch lines of a large tree) ask for thousands of
+    // psi, and the iteration never settles on them. Until sizes are first judged, a wait whose
+    // largest imbalance is no lower than at the last one lets each pipe over a limit grow one
+    // size; only a converged solution takes a size down.
+    bool Growing() const {
+        return Waiting() && !state_.SizesJudged && state_.SizingWaits > 0 &&
+               state_.MaximumImbalance >= state_.WaitingImbalance;
+    }
+
     // After an accepted solution: every pipe over a limit notes why; false when one of them
     // could still take a larger allowed size, so that sizing has work left.
     bool Settled() {
@@ -138,6 +147,8 @@ public:
         }
         return settled;
     }
+
+    bool Judging() const { return judging_; }
 
     // A diameter differs from the one it had when the step began.
     bool Moved() {
@@ -233,7 +244,7 @@ private:
                 SetDiameter(pipe, sizes[sizes.AtOrAbove(limits.Minimum)]);
                 continue;
             }
-            if (judging_) {
+            if (judging_ || Growing()) {
                 SizeOnePipe(pipe, sizes, limits);
             }
         }
@@ -258,7 +269,7 @@ private:
         const double inner = index < 0 ? nominal : InnerOf(context_, Pipe(pipe).Material, nominal);
         const int excess = Excess(limits, Flow(pipe), inner, CFactor(pipe));
         if (excess < 0) {
-            if (index >= 0) {
+            if (judging_ && index >= 0) {
                 SetDiameter(pipe,
                             sizes[Bounded(sizes, SizeWithin(sizes, index, pipe, limits), limits)]);
             }
@@ -266,7 +277,9 @@ private:
         }
         const int next = LargerAllowed(sizes, nominal, limits);
         if (next < 0) {
-            Note(pipe, excess);
+            if (judging_) {
+                Note(pipe, excess);
+            }
             return;
         }
         SetDiameter(pipe, sizes[next]);
@@ -318,7 +331,7 @@ private:
         for (int pipe : pipes) {
             SetDiameter(pipe, common);
         }
-        if (!judging_) {
+        if (!judging_ && !Growing()) {
             return;
         }
         int index = sizes.IndexOf(common);
@@ -327,6 +340,9 @@ private:
         }
         const int excess = GroupExcess(pipes, sizes[index], limits);
         int chosen = index;
+        if (excess < 0 && !judging_) {
+            return;
+        }
         if (excess < 0) {
             int k = index;
             while (k >= 1 && GroupExcess(pipes, sizes[k - 1], limits) < 0) {
@@ -335,7 +351,7 @@ private:
             chosen = Bounded(sizes, k == 0 ? 0 : std::min(k + 1, sizes.Count - 1), limits);
         } else if (LargerAllowed(sizes, sizes[index], limits) >= 0) {
             chosen = index + 1;
-        } else {
+        } else if (judging_) {
             for (int pipe : pipes) {
                 Note(pipe, excess);
             }
@@ -432,8 +448,13 @@ bool IsSizable(const CalcPipeRecord& pipe) {
 bool SizingStep(RunContext& context, SolverState& state) {
     Sizing sizing(context, state);
     sizing.Run();
-    state.SizingWaits = sizing.Waiting() ? static_cast<Integer>(state.SizingWaits + 1) : Integer{0};
-    return sizing.Moved() || sizing.Waiting();
+    const bool moved = sizing.Moved();
+    state.SizesJudged = state.SizesJudged || sizing.Judging();
+    // The wait for a converged solution counts passes on the same sizes.
+    state.SizingWaits =
+        sizing.Waiting() && !moved ? static_cast<Integer>(state.SizingWaits + 1) : Integer{0};
+    state.WaitingImbalance = state.MaximumImbalance;
+    return moved || sizing.Waiting();
 }
 
 bool SizesSettled(RunContext& context, SolverState& state) {

@@ -51,8 +51,8 @@ void OrderedElimination::Analyse(int size, const std::vector<std::pair<int, int>
     lower_ = 2 * size_;
     upper_ = lower_ + static_cast<int>(lowerColumn_.size());
     values_.assign(At(upper_) + upperColumn_.size(), 0.0);
-    work_.assign(At(size_), 0.0);
     result_.assign(At(size_), 0.0);
+    Targets();
 }
 
 // Approximate minimum degree, from SuiteSparse; the node order when it cannot run.
@@ -134,6 +134,49 @@ void OrderedElimination::Structure(const std::vector<std::vector<int>>& neighbou
     fill_ = 2 * upperColumn_.size() - original;
 }
 
+// Row i eliminates with the rows k of its lower elements; each upper element (k, c) of row k
+// subtracts from (i, c), which the structure holds: below the diagonal, on it, or above it.
+void OrderedElimination::Targets() {
+    targetStart_.assign(lowerColumn_.size() + 1, 0);
+    target_.clear();
+    for (int i = 0; i < size_; ++i) {
+        for (int e = lowerStart_[At(i)]; e < lowerStart_[At(i) + 1]; ++e) {
+            const int k = lowerColumn_[At(e)];
+            for (int u = upperStart_[At(k)]; u < upperStart_[At(k) + 1]; ++u) {
+                const int column = upperColumn_[At(u)];
+                if (column == i) {
+                    target_.push_back(i);
+                } else if (column < i) {
+                    target_.push_back(lower_ + Find(lowerColumn_, lowerStart_[At(i)],
+                                                    lowerStart_[At(i) + 1], column));
+                } else {
+                    target_.push_back(upper_ + Find(upperColumn_, upperStart_[At(i)],
+                                                    upperStart_[At(i) + 1], column));
+                }
+            }
+            targetStart_[At(e) + 1] = static_cast<int>(target_.size());
+        }
+    }
+    columnStart_.assign(At(size_) + 1, 0);
+    for (const int column : lowerColumn_) {
+        ++columnStart_[At(column) + 1];
+    }
+    for (int k = 0; k < size_; ++k) {
+        columnStart_[At(k) + 1] += columnStart_[At(k)];
+    }
+    columnElement_.assign(lowerColumn_.size(), 0);
+    columnRow_.assign(lowerColumn_.size(), 0);
+    std::vector<int> next(columnStart_.begin(), columnStart_.end() - 1);
+    for (int i = 0; i < size_; ++i) {
+        for (int e = lowerStart_[At(i)]; e < lowerStart_[At(i) + 1]; ++e) {
+            const int at = next[At(lowerColumn_[At(e)])]++;
+            columnElement_[At(at)] = e;
+            columnRow_[At(at)] = i;
+        }
+    }
+    built_.assign(At(size_), 0.0);
+}
+
 int OrderedElimination::Slot(int row, int column) const {
     if (row < 1 || row > size_ || column < 1 || column > size_) {
         return -1;
@@ -164,43 +207,33 @@ bool OrderedElimination::DiagonalsSet() const {
     return std::find(values_.begin(), end, 0.0) == end;
 }
 
-// Row by row in the elimination order: the row is spread into the work row, the rows above it
-// that it reaches are subtracted, and the row is gathered back; its right side goes along.
+// Pivot by pivot in the elimination order, each row below that holds the pivot's column takes
+// its multiple of the pivot's row, its right side along, each element landing in the slot found
+// by the analysis. Every element receives the same subtractions in the same order as when the
+// rows are eliminated one after another, so the numbers are the same; the divisions of one
+// pivot's column no longer wait for each other.
 bool OrderedElimination::Factor() {
     double* const values = values_.data();
     const double* const upperValues = values + upper_;
-    double* const work = work_.data();
-    for (int i = 0; i < size_; ++i) {
-        const int lowerBegin = lowerStart_[At(i)];
-        const int lowerEnd = lowerStart_[At(i) + 1];
-        const int upperBegin = upperStart_[At(i)];
-        const int upperEnd = upperStart_[At(i) + 1];
-        for (int e = lowerBegin; e < lowerEnd; ++e) {
-            work[lowerColumn_[At(e)]] = values[lower_ + e];
-        }
-        for (int e = upperBegin; e < upperEnd; ++e) {
-            work[upperColumn_[At(e)]] = upperValues[e];
-        }
-        const double built = values[i];
-        work[i] = built;
-        double rightSide = values[rightSide_ + i];
-        for (int e = lowerBegin; e < lowerEnd; ++e) {
-            const int k = lowerColumn_[At(e)];
-            const double factor = work[k] / values[k];
-            for (int u = upperStart_[At(k)]; u < upperStart_[At(k) + 1]; ++u) {
-                work[upperColumn_[At(u)]] -= factor * upperValues[u];
-            }
-            rightSide -= factor * values[rightSide_ + k];
-        }
-        const double pivot = work[i];
-        if (!(std::fabs(pivot) > NegligiblePivot * std::fabs(built))) {
+    double* const rightSides = values + rightSide_;
+    const int* const target = target_.data();
+    std::copy(values, values + size_, built_.begin());
+    for (int k = 0; k < size_; ++k) {
+        const double pivot = values[k];
+        if (!(std::fabs(pivot) > NegligiblePivot * std::fabs(built_[At(k)]))) {
             return false;
         }
-        values[i] = pivot;
-        for (int e = upperBegin; e < upperEnd; ++e) {
-            values_[At(upper_ + e)] = work[upperColumn_[At(e)]];
+        const int upperBegin = upperStart_[At(k)];
+        const int upperEnd = upperStart_[At(k) + 1];
+        for (int c = columnStart_[At(k)]; c < columnStart_[At(k) + 1]; ++c) {
+            const int e = columnElement_[At(c)];
+            const double factor = values[lower_ + e] / pivot;
+            const int* landing = target + targetStart_[At(e)];
+            for (int u = upperBegin; u < upperEnd; ++u) {
+                values[*landing++] -= factor * upperValues[u];
+            }
+            rightSides[columnRow_[At(c)]] -= factor * rightSides[k];
         }
-        values[rightSide_ + i] = rightSide;
     }
     return true;
 }

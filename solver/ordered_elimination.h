@@ -42,6 +42,7 @@ public:
 private:
     void Order(const std::vector<std::vector<int>>& neighbours);
     void Structure(const std::vector<std::vector<int>>& neighbours);
+    void Targets();
     bool Factor();
 
     int size_ = 0;
@@ -54,7 +55,12 @@ private:
     int rightSide_ = 0;
     int lower_ = 0;
     int upper_ = 0;
-    std::vector<double> work_;   // one row of the elimination, by place
+    // For each lower element of a row, where each element of the row it eliminates lands in that
+    // row: slots of values_, in the order of the eliminating row's upper elements.
+    std::vector<int> targetStart_, target_;
+    // By elimination place k, the lower elements of the rows below it in column k.
+    std::vector<int> columnStart_, columnElement_, columnRow_;
+    std::vector<double> built_;  // the diagonals as built, by place
     std::vector<double> result_; // by place
     std::size_t fill_ = 0;
 };

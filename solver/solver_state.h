@@ -175,7 +175,9 @@ struct SolverState {
     double HmdResidual = 0;
     double HmdFlow = 0;
     Integer SizingChanged = 0;
-    Integer SizingWaits = 0; // sizing steps in a row that waited for a converged solution
+    Integer SizingWaits = 0;     // sizing steps in a row that waited for a converged solution
+    bool SizesJudged = false;    // a sizing step has judged the sizes on a converged solution
+    double WaitingImbalance = 0; // the largest imbalance at the last sizing step that waited
     bool Peaked = false;
     bool PeakingOn = false;
     double InflowFlowEstimate = 0;

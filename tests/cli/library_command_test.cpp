@@ -56,8 +56,10 @@ TEST(LibraryCommand, ShowsOneMaterialWithItsSizes) {
     ASSERT_EQ(steel.Status, ExitSuccess) << steel.Err;
     EXPECT_NE(steel.Out.find("Material 4: Sch 10 Steel Wet, C 120, 14 sizes\n"), std::string::npos)
         << steel.Out;
-    EXPECT_NE(steel.Out.find("  1.000    1.097    1.315   1.24   2.49   2.49   6.22      -      -"
-                             "   6.22  no\n"),
+    // The butterfly and gate lengths of 1 in. carry the 2 in. figures (6, 1) times the row's
+    // factor.
+    EXPECT_NE(steel.Out.find("  1.000    1.097    1.315   1.24   2.49   2.49   6.22   7.47   1.25"
+                             "   6.22  yes\n"),
               std::string::npos)
         << steel.Out;
     EXPECT_NE(steel.Out.find("  2.000    2.157    2.375   2.46   6.15   3.69  12.31   7.38   1.23"

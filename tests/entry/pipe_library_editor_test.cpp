@@ -99,14 +99,24 @@ TEST_F(PipeLibraryEditorTest, EditingSessionRoundTripsThroughTheFile) {
     editor.SetCValue(120);
     ASSERT_TRUE(editor.CopyFrom(1));
     EXPECT_EQ(editor.DiameterCount(), 15);
-    // The 1/2 in. size of the copy lacks its 45 degree elbow: it cannot be saved while shown.
+    // A size shown without its 45 degree elbow cannot be saved.
+    PipeDiameterRecord lacking = *editor.CurrentDiameter();
+    const Single elbow = lacking.FitEqLen[0];
+    lacking.FitEqLen[0] = 0;
+    editor.SetDiameterData(lacking);
     const auto shown = dialogs_.All().size();
     EXPECT_FALSE(editor.Save());
     EXPECT_EQ(dialogs_.All().size(), shown + 1);
     EXPECT_EQ(dialogs_.LastTitle(), "Input Data Error");
     EXPECT_EQ(dialogs_.LastText(),
               "All Fitting Equivalent Lengths Should Be Given For the Current Diameter.");
+    // Leaving the size discards the edit, on a Yes: the copy is whole again.
+    dialogs_.Script(Answer::Yes);
     ASSERT_TRUE(editor.ShowDiameter(5));
+    EXPECT_EQ(editor.CurrentDiameter()->FitEqLen[0],
+              original_.Material(1).Diameters[5].FitEqLen[0]);
+    ASSERT_TRUE(editor.ShowDiameter(0));
+    EXPECT_EQ(editor.CurrentDiameter()->FitEqLen[0], elbow);
     ASSERT_TRUE(editor.Save());
     EXPECT_EQ(PipeLibraryEditor::NextFreeMaterial(library_), 28);
 

@@ -23,15 +23,16 @@ TEST(MaterialTables, DefaultLibraryUsableSizes) {
     MaterialTables tables;
     ASSERT_TRUE(BuildMaterialTables(library, tables));
 
-    // Schedule 10 wet: the chart has no butterfly or gate figure below 2 in. and no butterfly at
-    // 3.5 in., so those sizes are not offered to autosizing.
+    // Schedule 10 wet: every size from 3/4 to 12 in. lists all seven fitting lengths (the chart's
+    // missing small valve figures are filled from the next listed size), so all are offered to
+    // autosizing.
     EXPECT_EQ(tables.MaterialCValue[4], 120);
-    ASSERT_EQ(tables.UsableDiameterCount[4], 9);
-    const std::vector<Single> expected{2, 2.5, 3, 4, 5, 6, 8, 10, 12};
-    for (int k = 0; k < 9; ++k) {
-        EXPECT_EQ(tables.UsableDiameters[4][k], expected[k]);
+    ASSERT_EQ(tables.UsableDiameterCount[4], 14);
+    const std::vector<Single> expected{0.75f, 1, 1.25f, 1.5f, 2, 2.5f, 3, 3.5f, 4, 5, 6, 8, 10, 12};
+    for (int k = 0; k < 14; ++k) {
+        EXPECT_EQ(tables.UsableDiameters[4][k], expected[static_cast<std::size_t>(k)]);
     }
-    EXPECT_EQ(tables.UsableDiameters[4][9], 0.0f);
+    EXPECT_EQ(tables.UsableDiameters[4][14], 0.0f);
     EXPECT_EQ(tables.MaterialCValue[2], 100);
     EXPECT_EQ(tables.MaterialCValue[14], 150);
     EXPECT_EQ(tables.MaterialCValue[19], 140);
@@ -74,7 +75,7 @@ TEST(MaterialTables, MissingFileIsReportedWhenTheTablesAreBuilt) {
     library.File = scratch / "PIPE.DAT"; // the file went away after start-up
     MaterialTables tables;
     EXPECT_FALSE(BuildMaterialTables(library, tables));
-    EXPECT_EQ(tables.UsableDiameterCount[4], 9); // built all the same
+    EXPECT_EQ(tables.UsableDiameterCount[4], 14); // built all the same
 
     EXPECT_FALSE(BuildMaterialTables(PipeLibrary{}, tables));
     EXPECT_EQ(tables.UsableDiameterCount[4], 0);
