@@ -1,11 +1,11 @@
 #include "entry/grid_builder.h"
 
 #include "core/formats.h"
+#include "entry/builder_check.h"
 #include "entry/builder_input_text.h"
 #include "entry/builder_rows.h"
 #include "entry/builder_words.h"
 
-#include <array>
 #include <cmath>
 
 namespace quench {
@@ -14,37 +14,17 @@ namespace words = builder_words;
 
 namespace {
 
-struct CheckOutcome {
-    bool Complete = true;
-    bool MaterialNotNumber = false;
-    BuilderFocus Focus;
-};
-
-CheckOutcome CheckInputs(const GridInputs& inputs) {
-    CheckOutcome outcome;
-    const auto miss = [&](BuilderControl control, int index) {
-        outcome.Complete = false;
-        outcome.Focus = {control, index};
-        return outcome;
-    };
+BuilderCheck CheckInputs(const GridInputs& inputs) {
+    BuilderCheck check;
     for (int index = 0; index < GridInputCount; ++index) {
         const std::string& text = inputs.Network[static_cast<std::size_t>(index)];
         if (text.empty() || inputs.ValueOf(text) == 0) {
-            return miss(BuilderControl::NetworkInput, index);
+            return check.Miss(BuilderControl::NetworkInput, index);
         }
     }
-    const std::array materials{std::pair{&inputs.PerimeterMaterial, BuilderControl::MainMaterial},
-                               std::pair{&inputs.BranchMaterial, BuilderControl::BranchMaterial}};
-    for (const auto& [text, control] : materials) {
-        if (!IsBuilderNumber(*text, inputs.DecimalCharacter)) {
-            outcome.MaterialNotNumber = true;
-            return miss(control, -1);
-        }
-        if (inputs.ValueOf(*text) == 0) {
-            return miss(control, -1);
-        }
-    }
-    return outcome;
+    CheckBuilderMaterials(inputs.PerimeterMaterial, inputs.BranchMaterial, inputs.DecimalCharacter,
+                          check);
+    return check;
 }
 
 BuilderTexts Texts(const GridInputs& inputs) {
@@ -173,25 +153,11 @@ private:
 } // namespace
 
 bool CheckGridInputs(const GridInputs& inputs, BuilderFocus* focus) {
-    const CheckOutcome outcome = CheckInputs(inputs);
-    if (focus != nullptr) {
-        *focus = outcome.Focus;
-    }
-    return outcome.Complete;
+    return ReportBuilderCheck(CheckInputs(inputs), nullptr, words::GridMaterial, focus);
 }
 
 bool CheckGridInputs(const GridInputs& inputs, Dialogs& dialogs, BuilderFocus* focus) {
-    const CheckOutcome outcome = CheckInputs(inputs);
-    if (focus != nullptr) {
-        *focus = outcome.Focus;
-    }
-    if (outcome.MaterialNotNumber) {
-        dialogs.ShowMessage(MessageStyle::Warning, words::InputDataErrorTitle, words::GridMaterial);
-    }
-    if (!outcome.Complete) {
-        dialogs.ShowMessage(MessageStyle::Warning, words::InputDataErrorTitle, words::InputMissing);
-    }
-    return outcome.Complete;
+    return ReportBuilderCheck(CheckInputs(inputs), &dialogs, words::GridMaterial, focus);
 }
 
 GridLayout LayOutGrid(const GridInputs& inputs, const Project& project) {

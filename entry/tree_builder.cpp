@@ -1,6 +1,7 @@
 #include "entry/tree_builder.h"
 
 #include "core/formats.h"
+#include "entry/builder_check.h"
 #include "entry/builder_input_text.h"
 #include "entry/builder_rows.h"
 #include "entry/builder_words.h"
@@ -13,47 +14,27 @@ namespace words = builder_words;
 
 namespace {
 
-struct CheckOutcome {
-    bool Complete = true;
-    bool MaterialNotNumber = false;
-    BuilderFocus Focus;
-};
-
 bool Missing(const TreeInputs& inputs, const std::string& text) {
     return text.empty() || inputs.ValueOf(text) == 0;
 }
 
-CheckOutcome CheckInputs(const TreeInputs& inputs) {
-    CheckOutcome outcome;
-    const auto miss = [&](BuilderControl control, int index) {
-        outcome.Complete = false;
-        outcome.Focus = {control, index};
-        return outcome;
-    };
+BuilderCheck CheckInputs(const TreeInputs& inputs) {
+    BuilderCheck check;
     constexpr std::array required{TreeIncrement,  TreeSourceNode,  TreeBranchSpacing,
                                   TreeLeftLength, TreeRightLength, TreeLeftFirst,
                                   TreeRightFirst};
     for (const int index : required) {
         if (Missing(inputs, inputs.Network[static_cast<std::size_t>(index)])) {
-            return miss(BuilderControl::NetworkInput, index);
+            return check.Miss(BuilderControl::NetworkInput, index);
         }
     }
     if (Missing(inputs, inputs.Network[TreeLeftSpacing]) &&
         Missing(inputs, inputs.Network[TreeRightSpacing])) {
-        return miss(BuilderControl::NetworkInput, TreeRightSpacing);
+        return check.Miss(BuilderControl::NetworkInput, TreeRightSpacing);
     }
-    const std::array materials{std::pair{&inputs.CrossMaterial, BuilderControl::MainMaterial},
-                               std::pair{&inputs.BranchMaterial, BuilderControl::BranchMaterial}};
-    for (const auto& [text, control] : materials) {
-        if (!IsBuilderNumber(*text, inputs.DecimalCharacter)) {
-            outcome.MaterialNotNumber = true;
-            return miss(control, -1);
-        }
-        if (inputs.ValueOf(*text) == 0) {
-            return miss(control, -1);
-        }
-    }
-    return outcome;
+    CheckBuilderMaterials(inputs.CrossMaterial, inputs.BranchMaterial, inputs.DecimalCharacter,
+                          check);
+    return check;
 }
 
 BuilderTexts Texts(const TreeInputs& inputs) {
@@ -210,25 +191,11 @@ bool SourceNodeAccepted(const Project& project, Dialogs& dialogs, long long sour
 } // namespace
 
 bool CheckTreeInputs(const TreeInputs& inputs, BuilderFocus* focus) {
-    const CheckOutcome outcome = CheckInputs(inputs);
-    if (focus != nullptr) {
-        *focus = outcome.Focus;
-    }
-    return outcome.Complete;
+    return ReportBuilderCheck(CheckInputs(inputs), nullptr, words::TreeMaterial, focus);
 }
 
 bool CheckTreeInputs(const TreeInputs& inputs, Dialogs& dialogs, BuilderFocus* focus) {
-    const CheckOutcome outcome = CheckInputs(inputs);
-    if (focus != nullptr) {
-        *focus = outcome.Focus;
-    }
-    if (outcome.MaterialNotNumber) {
-        dialogs.ShowMessage(MessageStyle::Warning, words::InputDataErrorTitle, words::TreeMaterial);
-    }
-    if (!outcome.Complete) {
-        dialogs.ShowMessage(MessageStyle::Warning, words::InputDataErrorTitle, words::InputMissing);
-    }
-    return outcome.Complete;
+    return ReportBuilderCheck(CheckInputs(inputs), &dialogs, words::TreeMaterial, focus);
 }
 
 TreeLayout LayOutTree(const TreeInputs& inputs, const Project& project) {

@@ -51,6 +51,12 @@ Side SideSpacing(double length, double first, double spacing, double loopLength,
 
 } // namespace
 
+std::string SpacingText(double value, char decimalCharacter) {
+    std::string text = Format(value, "##0.0");
+    std::replace(text.begin(), text.end(), '.', decimalCharacter);
+    return text;
+}
+
 double RoundedBranchSpacing(double crossMainLength, long long pieces) {
     if (pieces == 0) {
         return 0;

@@ -7,6 +7,8 @@
 
 #include "entry/tree_inputs.h"
 
+#include <string>
+
 namespace quench {
 
 struct TreeSpacing {
@@ -32,5 +34,8 @@ TreeSpacing CalculateTreeSpacing(const TreeInputs& inputs);
 // The branch spacing D for a cross main length and a count of pieces: the quotient rounded to
 // one decimal as the screen shows it ("##0.0"), 0 for no pieces.
 double RoundedBranchSpacing(double crossMainLength, long long pieces);
+
+// A calculated spacing as the input column shows it (indices 4, 9 and 10): "##0.0".
+std::string SpacingText(double value, char decimalCharacter = '.');
 
 } // namespace quench

@@ -3,6 +3,7 @@
 #include "core/settings_keys.h"
 #include "entry/general_data_words.h"
 #include "entry/pipe_table_clipboard.h"
+#include "gui/global_edit_tab.h"
 #include "gui/grid_builder_tab.h"
 #include "gui/help_window.h"
 #include "gui/pipe_table_model.h"
@@ -74,11 +75,21 @@ PipeDataWindow::PipeDataWindow(Project& project, const PipeLibrary& library, Dia
     tabs_->setObjectName("tabPipeData");
     tabs_->addTab(pipes, tr("Pipe Data"));
     AddBuilderTabs(library, system, decimalCharacter);
+    globalEdit_ = new GlobalEditTab(
+        table_, library, dialogs, undo, [this] { return ConfirmPipeDeletion(settings_); }, tabs_);
+    tabs_->addTab(globalEdit_, tr("Global Edit"));
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(4, 4, 4, 4);
     layout->addWidget(tabs_);
     connect(tabs_, &QTabWidget::currentChanged, this, &PipeDataWindow::Refresh);
 
+    connect(globalEdit_, &GlobalEditTab::CommandStarting, this, &PipeDataWindow::WriteBack);
+    connect(globalEdit_, &GlobalEditTab::TablesChanged, this, [this] {
+        model_->Reload();
+        Refresh();
+        emit InputEdited();
+    });
+    connect(globalEdit_, &GlobalEditTab::StatusTextWanted, this, &PipeDataWindow::StatusTextWanted);
     connect(model_, &PipeTableModel::Edited, this, [this] {
         Refresh();
         emit InputEdited();
@@ -105,6 +116,7 @@ PipeDataWindow::~PipeDataWindow() {
 void PipeDataWindow::UseHelp(HelpWindows& help, ScreenDispatcher& screens) {
     help_ = &help;
     screens_ = &screens;
+    globalEdit_->UseHelp(help);
     screens.Register(ScreenName, [this](std::string_view command) { Dispatch(command); });
 }
 
@@ -146,6 +158,9 @@ void PipeDataWindow::Dispatch(std::string_view command) {
     }
     // A pick from a help list goes into its field as if typed there.
     const HelpState& state = help_->State();
+    if (globalEdit_->TakeHelpChoice(state)) {
+        return;
+    }
     const int row = state.HelpOriginRow;
     PipeEdit edit;
     Recorded([&] { edit = table_.Enter(row, helpColumn_, state.HelpSelection); });
@@ -334,6 +349,7 @@ void PipeDataWindow::ShowRowsAgain() {
 void PipeDataWindow::SwitchUnits(MeasureSystem system) {
     WriteBack();
     table_.SwitchUnits(system);
+    globalEdit_->SwitchUnits(system);
     model_->Reload();
     treeBuilder_->SwitchUnits(system);
     gridBuilder_->SwitchUnits(system);
@@ -359,6 +375,9 @@ void PipeDataWindow::Refresh() {
         Text(tabs_->currentIndex() <= 0 ? table_.Caption(CurrentPipe()) : table_.ShortCaption()));
     defaultK_->setText(Text(table_.DefaultKFactorLabel()));
     totalArea_->setText(Text(table_.SprinklerAreaLabel()));
+    if (globalEdit_ != nullptr) {
+        globalEdit_->Refresh();
+    }
     if (QAction* undo = Action("Undo")) {
         undo->setEnabled(model_->Undo().CanUndo());
     }

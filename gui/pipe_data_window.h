@@ -24,6 +24,7 @@ class QToolBar;
 
 namespace quench::gui {
 
+class GlobalEditTab;
 class GridBuilderTab;
 class HelpWindows;
 class PipeTableModel;
@@ -67,6 +68,7 @@ public:
     QLabel* DefaultKLabel() const { return defaultK_; }
     // The table tab comes first; the builders and global edit follow as further tabs.
     QTabWidget* Tabs() const { return tabs_; }
+    GlobalEditTab* GlobalEdit() const { return globalEdit_; }
     TreeBuilderTab* TreeBuilder() const { return treeBuilder_; }
     GridBuilderTab* GridBuilder() const { return gridBuilder_; }
 
@@ -104,6 +106,7 @@ private:
     QLabel* defaultK_;
     QLabel* totalArea_;
     QTabWidget* tabs_;
+    GlobalEditTab* globalEdit_ = nullptr;
     TreeBuilderTab* treeBuilder_ = nullptr;
     GridBuilderTab* gridBuilder_ = nullptr;
     std::map<QString, QAction*> actions_;

@@ -63,14 +63,14 @@ void ShowStatus(RunContext& context, SolverState& state) {
 // A move of the HMD node: the count of changes and of flips between two nodes.
 void CountMove(RunContext& context, SolverState& state) {
     context.Progress.SetPercentText("0.00%");
-    ++state.HmdChanges;
-    if (state.HmdNode == state.TwoAgoHmd) {
-        ++state.FlipCount;
-    } else if (state.AlternateHmd == 0 || state.AlternateHmd == state.HmdNode) {
-        ++state.FlipCount;
-        state.AlternateHmd = state.HmdNode;
+    ++state.Turning.HmdChanges;
+    if (state.HmdNode == state.Turning.TwoAgoHmd) {
+        ++state.Turning.FlipCount;
+    } else if (state.Turning.AlternateHmd == 0 || state.Turning.AlternateHmd == state.HmdNode) {
+        ++state.Turning.FlipCount;
+        state.Turning.AlternateHmd = state.HmdNode;
     } else {
-        state.FlipCount = 1;
+        state.Turning.FlipCount = 1;
     }
 }
 
@@ -112,7 +112,7 @@ void TakeLowestResidual(const Project& project, SolverState& state) {
     }
     state.HmdResidual = lowest;
     state.HmdNode = static_cast<Integer>(node);
-    state.LowestSeen = lowest;
+    state.Targeting.LowestSeen = lowest;
     if (lowest > state.Options.MinimumResidual) {
         state.TargetPressure = lowest;
     }
@@ -121,12 +121,16 @@ void TakeLowestResidual(const Project& project, SolverState& state) {
 // The target set to the density pressure and the HMD node found again (the target check's fourth
 // test); Nothing when the HMD node holds.
 bool FollowDensityTarget(RunContext& context, SolverState& state, Phase& next) {
-    ++state.HmdPressureRound;
-    state.TargetPressure = state.DensityPressure;
-    state.HighWater = state.TargetPressure;
+    ++state.Targeting.HmdPressureRound;
+    // The density pressure of a sprinkler that takes more water per K than the others can lie
+    // below the minimum residual pressure; the target never does.
+    state.TargetPressure =
+        std::max(state.DensityPressure, static_cast<double>(state.Options.MinimumResidual));
+    state.Targeting.HighWater = state.TargetPressure;
     FindHmd(context.Project, state);
-    if (state.HmdResidual < state.HighWater && state.HmdPressureRound < RoundCeiling) {
-        ++state.HmdPressureRound;
+    if (state.HmdResidual < state.Targeting.HighWater &&
+        state.Targeting.HmdPressureRound < RoundCeiling) {
+        ++state.Targeting.HmdPressureRound;
         next = state.PeakingOn ? Phase::Iterate
                : state.Peaked  ? Phase::HmdRound
                                : Phase::AfterDevices;
@@ -137,34 +141,36 @@ bool FollowDensityTarget(RunContext& context, SolverState& state, Phase& next) {
 
 // The HMD node turning between two nodes while the target moves.
 bool TurnHmd(RunContext& context, SolverState& state, Phase& next) {
-    if (state.TurnCycles > CyclesBeforeNewStart) {
+    if (state.Turning.TurnCycles > CyclesBeforeNewStart) {
         BumpStartPressure(context, state);
         ApplyDensityNode(context.Project, state);
     }
-    state.FlipCount =
-        state.HmdNode == state.TwoAgoHmd ? static_cast<Integer>(state.FlipCount + 1) : Integer{1};
-    if (state.FlipCount < FlipsToTurn) {
+    state.Turning.FlipCount = state.HmdNode == state.Turning.TwoAgoHmd
+                                  ? static_cast<Integer>(state.Turning.FlipCount + 1)
+                                  : Integer{1};
+    if (state.Turning.FlipCount < FlipsToTurn) {
         return false;
     }
     FindHmd(context.Project, state);
-    ++state.TurnCycles;
+    ++state.Turning.TurnCycles;
     if (std::fabs(state.HmdResidual - state.TargetPressure) < TargetBand) {
         next = Phase::SetUp;
         return true;
     }
-    if (state.TurnCycles > CyclesBeforeNewStart && state.OvershootRounds == 0) {
-        state.TurnCycles = 0;
+    if (state.Turning.TurnCycles > CyclesBeforeNewStart &&
+        state.Overshooting.OvershootRounds == 0) {
+        state.Turning.TurnCycles = 0;
         BumpStartPressure(context, state);
-        state.StepBack = state.LastStart;
-        state.LastStart = state.StartPressure;
+        state.Overshooting.StepBack = state.Overshooting.LastStart;
+        state.Overshooting.LastStart = state.StartPressure;
         next = Phase::PassStart;
         return true;
     }
-    if (state.TurnCycles > CyclesBeforeNewStart) {
-        state.TurnCycles = 0;
-        state.StartPressure = state.LastStart - state.StartPressure;
+    if (state.Turning.TurnCycles > CyclesBeforeNewStart) {
+        state.Turning.TurnCycles = 0;
+        state.StartPressure = state.Overshooting.LastStart - state.StartPressure;
         SeedHeads(context, state);
-        if (state.OvershootRounds > 0 && context.UpdateEstimatesOnOscillation) {
+        if (state.Overshooting.OvershootRounds > 0 && context.UpdateEstimatesOnOscillation) {
             UpdateEstimates(context, state);
         }
         next = Phase::PassStart;
@@ -181,17 +187,18 @@ bool NewStartForShortfall(RunContext& context, SolverState& state) {
         return false;
     }
     BumpStartPressure(context, state);
-    state.FlipCount = 1;
-    state.HmdChanges = 1;
-    const bool growing = shortfall > state.LastShortfall || state.LastShortfall == 0;
-    state.LastShortfall = shortfall;
+    state.Turning.FlipCount = 1;
+    state.Turning.HmdChanges = 1;
+    const bool growing =
+        shortfall > state.Turning.LastShortfall || state.Turning.LastShortfall == 0;
+    state.Turning.LastShortfall = shortfall;
     return growing;
 }
 
 // The end of an HMD round where density is required: the sprinkler of the lowest density may
 // take over from the HMD node. It is held and solved for when its density pressure governs.
 Phase DensityNodeExit(const Project& project, SolverState& state) {
-    state.PreviousHmdResidual = state.HmdResidual;
+    state.Targeting.PreviousHmdResidual = state.HmdResidual;
     if (!state.RestartFlag && DensityRequired(project)) {
         FindMinDensity(project, state);
         SwitchToDensityNode(project, state);
@@ -204,7 +211,7 @@ Phase DensityNodeExit(const Project& project, SolverState& state) {
     const bool pressureGoverns = state.TargetPressure > state.DensityPressure;
     if (pressureGoverns) {
         state.DensityNode = 0;
-        state.HmdResidual = state.PreviousHmdResidual;
+        state.HmdResidual = state.Targeting.PreviousHmdResidual;
         return Phase::Peaking;
     }
     if (state.DensityNode != 0) {
@@ -217,20 +224,30 @@ Phase DensityNodeExit(const Project& project, SolverState& state) {
 // The re-test while the HMD node is below the highest pressure seen: passes until it holds the
 // target, then one more look, and back to the device check.
 Phase RepeatRetest(SolverState& state) {
-    ++state.HmdPressureRound;
-    state.RepeatPending = true;
+    ++state.Targeting.HmdPressureRound;
+    state.Retesting.RepeatPending = true;
     if (state.TargetPressure - state.HmdResidual > PressureSlack) {
-        state.FlipCount = 1;
-        state.SecondLook = false;
+        state.Turning.FlipCount = 1;
+        state.Retesting.SecondLook = false;
         return Phase::PassStart;
     }
-    if (state.SecondLook) {
-        state.RepeatPending = false;
+    if (state.Retesting.SecondLook) {
+        state.Retesting.RepeatPending = false;
         return Phase::AfterDevices;
     }
-    state.SecondLook = true;
-    state.FlipCount = 1;
+    state.Retesting.SecondLook = true;
+    state.Turning.FlipCount = 1;
     return Phase::PassStart;
+}
+
+double ResidualOf(const Project& project, int number) {
+    for (int position = 1; position <= project.NumberOfNodes; ++position) {
+        const NodeRecord& node = project.NodeRecord[static_cast<std::size_t>(position)];
+        if (node.Number == number) {
+            return node.ResidualPressure;
+        }
+    }
+    return 0;
 }
 
 bool AnyResidualBelow(const Project& project, double level) {
@@ -245,8 +262,8 @@ bool AnyResidualBelow(const Project& project, double level) {
 } // namespace
 
 void CapHmdChanges(SolverState& state) {
-    if (state.HmdChanges > HmdChangesCeiling) {
-        state.HmdChanges = HmdChangesAfterCeiling;
+    if (state.Turning.HmdChanges > HmdChangesCeiling) {
+        state.Turning.HmdChanges = HmdChangesAfterCeiling;
     }
 }
 
@@ -270,7 +287,7 @@ LowestDensity LowestDensityNode(const Project& project) {
 
 Phase HmdRound(RunContext& context, SolverState& state) {
     Project& project = context.Project;
-    state.TwoAgoHmd = state.PreviousHmdNode;
+    state.Turning.TwoAgoHmd = state.PreviousHmdNode;
     state.PreviousHmdNode = state.HmdNode;
     FindHmd(project, state);
     if (!state.RestartFlag) {
@@ -282,22 +299,22 @@ Phase HmdRound(RunContext& context, SolverState& state) {
     if (moved) {
         CountMove(context, state);
     }
-    if (state.HmdChanges > ChangesBeforeNewStart) {
-        state.HmdChanges = 0;
+    if (state.Turning.HmdChanges > ChangesBeforeNewStart) {
+        state.Turning.HmdChanges = 0;
         BumpStartPressure(context, state);
         FindHmd(project, state);
     }
-    const bool flipping = state.FlipCount >= FlipsToTurn;
+    const bool flipping = state.Turning.FlipCount >= FlipsToTurn;
     const bool shortOfTarget = state.HmdResidual < state.TargetPressure;
     if (flipping && shortOfTarget) {
-        ++state.FlipCycles;
+        ++state.Turning.FlipCycles;
         context.IterationLimit = FlipLimit;
     }
     if (flipping && !shortOfTarget && state.NotConverged == 0) {
-        state.FlipCycles = SettledFlipCycles;
+        state.Turning.FlipCycles = SettledFlipCycles;
     }
     // A node that moved is solved for again, unless it keeps turning between two nodes.
-    const bool turningForGood = flipping && state.FlipCycles >= CyclesBeforeNewStart;
+    const bool turningForGood = flipping && state.Turning.FlipCycles >= CyclesBeforeNewStart;
     if (moved && !turningForGood) {
         return Phase::PassStart;
     }
@@ -314,26 +331,26 @@ Phase HmdRound(RunContext& context, SolverState& state) {
 Phase Retest(RunContext& context, SolverState& state) {
     Project& project = context.Project;
     if (state.DensityNode != 0) {
-        state.HmdLock = true;
+        state.Retesting.HmdLock = true;
     }
-    if (!state.HighWaterSet) {
-        state.HighWater = state.TargetPressure;
-        state.HighWaterSet = true;
+    if (!state.Targeting.HighWaterSet) {
+        state.Targeting.HighWater = state.TargetPressure;
+        state.Targeting.HighWaterSet = true;
     }
     FindHmd(project, state);
     const bool belowHighWater =
-        state.HighWater - state.HmdResidual > PressureSlack && state.DensityNode == 0;
-    if (belowHighWater || state.RepeatPending) {
+        state.Targeting.HighWater - state.HmdResidual > PressureSlack && state.DensityNode == 0;
+    if (belowHighWater || state.Retesting.RepeatPending) {
         return RepeatRetest(state);
     }
     if (state.DensityNode == 0) {
         return Phase::CompleteSolution;
     }
-    ++state.HmdPressureRound;
+    ++state.Targeting.HmdPressureRound;
     if (static_cast<float>(state.DensityPressure) > state.Options.MinimumResidual) {
         state.TargetPressure = state.DensityPressure;
     }
-    state.HighWater = state.TargetPressure;
+    state.Targeting.HighWater = state.TargetPressure;
     FindHmd(project, state);
     if (DensityRequired(project)) {
         HmdDensityPressure(project, state);
@@ -345,13 +362,14 @@ Phase Retest(RunContext& context, SolverState& state) {
 
 Phase TargetCheck(RunContext& context, SolverState& state) {
     Project& project = context.Project;
-    if (!(state.HighWater == 0 && state.HmdPressureRound != 0)) {
-        state.HighWater = state.TargetPressure;
+    if (!(state.Targeting.HighWater == 0 && state.Targeting.HmdPressureRound != 0)) {
+        state.Targeting.HighWater = state.TargetPressure;
         if (state.Peaked) {
             FindHmd(project, state);
         }
-        if (state.HighWater - state.HmdResidual > PressureSlack && state.DensityNode == 0) {
-            ++state.HmdPressureRound;
+        if (state.Targeting.HighWater - state.HmdResidual > PressureSlack &&
+            state.DensityNode == 0) {
+            ++state.Targeting.HmdPressureRound;
             if (state.Peaked) {
                 return Phase::HmdRound;
             }
@@ -359,20 +377,20 @@ Phase TargetCheck(RunContext& context, SolverState& state) {
             return Phase::AfterDevices;
         }
         Phase next = Phase::Stop;
-        if (state.DensityNode != 0 && !state.HmdLock) {
+        if (state.DensityNode != 0 && !state.Retesting.HmdLock) {
             if (FollowDensityTarget(context, state, next)) {
                 return next;
             }
-        } else if (state.HighWater - state.HmdResidual > PressureSlack && state.DensityNode != 0 &&
-                   state.HmdPressureRound < RoundCeiling) {
+        } else if (state.Targeting.HighWater - state.HmdResidual > PressureSlack &&
+                   state.DensityNode != 0 && state.Targeting.HmdPressureRound < RoundCeiling) {
             if (state.HmdNode != state.PreviousHmdNode && TurnHmd(context, state, next)) {
                 return next;
             }
-            state.TwoAgoHmd = state.PreviousHmdNode;
+            state.Turning.TwoAgoHmd = state.PreviousHmdNode;
             state.PreviousHmdNode = state.HmdNode;
-            if (AnyResidualBelow(project, state.HighWater)) {
-                ++state.HmdPressureRound;
-                state.HmdLock = false;
+            if (AnyResidualBelow(project, state.Targeting.HighWater)) {
+                ++state.Targeting.HmdPressureRound;
+                state.Retesting.HmdLock = false;
                 state.DensityNode = 0;
                 if (FollowDensityTarget(context, state, next)) {
                     return next;
@@ -380,15 +398,16 @@ Phase TargetCheck(RunContext& context, SolverState& state) {
             }
         }
     }
-    if (state.LowestSeen != 0) {
-        state.HighWater = state.LowestSeen;
+    if (state.Targeting.LowestSeen != 0) {
+        state.Targeting.HighWater = state.Targeting.LowestSeen;
     }
-    state.HighWater = std::max({state.HighWater, state.TargetPressure, state.PreviousHmdResidual});
+    state.Targeting.HighWater = std::max(
+        {state.Targeting.HighWater, state.TargetPressure, state.Targeting.PreviousHmdResidual});
     FindHmd(project, state);
-    if (state.HmdResidual < state.HighWater) {
-        ++state.HmdPressureRound;
-        if (state.HmdPressureRound > RoundsBeforeDensityPush) {
-            state.DensityFactor = DensityPush;
+    if (state.HmdResidual < state.Targeting.HighWater) {
+        ++state.Targeting.HmdPressureRound;
+        if (state.Targeting.HmdPressureRound > RoundsBeforeDensityPush) {
+            state.Density.DensityFactor = DensityPush;
             if (DensityRequired(project)) {
                 return Phase::DensityCheck;
             }
@@ -406,7 +425,7 @@ Phase DensityLoop(RunContext& context, SolverState& state) {
     Project& project = context.Project;
     const double required = RequiredDensity(project, false);
     const double lowest = LowestFlowingDensity(project);
-    state.MinimumDensity = lowest == 0 ? NoFlowingSprinkler : lowest;
+    state.Density.MinimumDensity = lowest == 0 ? NoFlowingSprinkler : lowest;
     if (!(required - lowest <= DensityTolerance || lowest == 0)) {
         return RaiseForDensity(context, state);
     }
@@ -417,32 +436,36 @@ Phase DensityLoop(RunContext& context, SolverState& state) {
     if (state.Options.UseFlowImbalance && state.NotConverged == 0) {
         MeasureFlowImbalance(context, state);
     }
-    state.HmdLock = false;
+    state.Retesting.HmdLock = false;
     return Phase::ConvergenceCheck;
 }
 
 Phase RaiseForDensity(RunContext& context, SolverState& state) {
     Project& project = context.Project;
     const double required = RequiredDensity(project, false);
-    const double lowest = state.MinimumDensity == NoFlowingSprinkler ? 0.0 : state.MinimumDensity;
+    const double lowest =
+        state.Density.MinimumDensity == NoFlowingSprinkler ? 0.0 : state.Density.MinimumDensity;
     // A sprinkler's density follows the square root of its pressure: the pressure held rises (or
-    // falls) by the square of the density ratio, from the target at which the density was found.
+    // falls) by the square of the density ratio, from the pressure at which that sprinkler had the
+    // lowest density. That is the target when it is the HMD node; with other K-factors or areas
+    // it may be another sprinkler, whose own pressure is then the one to scale.
+    const LowestDensity node = LowestDensityNode(project);
+    const double base = node.Number != 0 ? ResidualOf(project, node.Number) : state.TargetPressure;
     const double ratio = lowest == 0 ? 1.0 : (required / lowest) * (required / lowest);
-    if (state.DensityRounds > DensityRoundsBeforeLeap && lowest != 0) {
-        state.TargetPressure = state.DensityFactor * (state.DensityRounds / DensityRoundsPerLeap) *
-                               ratio * state.TargetPressure;
+    if (state.Density.DensityRounds > DensityRoundsBeforeLeap && lowest != 0) {
+        state.TargetPressure = state.Density.DensityFactor *
+                               (state.Density.DensityRounds / DensityRoundsPerLeap) * ratio * base;
     } else if (lowest != 0) {
-        state.TargetPressure = state.DensityFactor * ratio * state.TargetPressure;
+        state.TargetPressure = state.Density.DensityFactor * ratio * base;
         if (state.TargetPressure < state.Options.MinimumResidual) {
             state.TargetPressure = state.Options.MinimumResidual;
         }
-        ++state.DensityRounds;
+        ++state.Density.DensityRounds;
     }
     state.DensityPressure = state.TargetPressure;
     const bool nearRequirement = required != 0 && (required - lowest) / required < NearDensityShare;
-    state.DensityFactor = nearRequirement ? 1.0f : DensityPush;
+    state.Density.DensityFactor = nearRequirement ? 1.0f : DensityPush;
     // The sprinkler with the lowest density is the one the new target is for: it is held next.
-    const LowestDensity node = LowestDensityNode(project);
     if (node.Number != 0) {
         state.DensityNode = static_cast<Integer>(node.Number);
     }
@@ -455,30 +478,30 @@ Phase RaiseForDensity(RunContext& context, SolverState& state) {
 }
 
 Phase Overshoot(RunContext& context, SolverState& state) {
-    if (state.OvershootRounds == 0) {
-        state.FirstOvershootResidual = state.HmdResidual;
+    if (state.Overshooting.OvershootRounds == 0) {
+        state.Overshooting.FirstOvershootResidual = state.HmdResidual;
     }
-    if (state.HmdResidual <= state.FirstOvershootResidual) {
-        state.BestHmdNode = state.HmdNode;
+    if (state.HmdResidual <= state.Overshooting.FirstOvershootResidual) {
+        state.Overshooting.BestHmdNode = state.HmdNode;
     }
-    if (++state.OvershootRounds == 1) {
-        state.StepBack = state.StepBack - state.StartPressure;
-        state.LastStart = state.StartPressure;
+    if (++state.Overshooting.OvershootRounds == 1) {
+        state.Overshooting.StepBack = state.Overshooting.StepBack - state.StartPressure;
+        state.Overshooting.LastStart = state.StartPressure;
     }
     state.StartPressure = state.StartPressure - state.StartPressure / 2;
-    state.LastStart = state.StartPressure;
+    state.Overshooting.LastStart = state.StartPressure;
     SeedHeads(context, state);
     if (state.StartBumps > 2) {
         --state.StartBumps;
     }
-    state.FlipCycles = 0;
+    state.Turning.FlipCycles = 0;
     return Phase::PassStart;
 }
 
 Phase ClosingTests(RunContext& context, SolverState& state) {
     Project& project = context.Project;
     const double required = RequiredDensity(project, false);
-    const double lowest = state.MinimumDensity;
+    const double lowest = state.Density.MinimumDensity;
     const float minimum = state.Options.MinimumResidual;
     const bool pressureGoverns =
         minimum != 0 && (minimum <= 0 || std::fabs(minimum - state.HmdResidual) <= TargetBand);

@@ -64,7 +64,7 @@ double FindMinDensity(const Project& project, SolverState& state) {
             }
         }
     }
-    state.MinimumDensity = lowest;
+    state.Density.MinimumDensity = lowest;
     return lowest;
 }
 
@@ -94,16 +94,9 @@ void UpdateDensityPressure(const Project& project, SolverState& state) {
         return;
     }
     const int hmd = state.Edges.PositionOf(state.HmdNode);
-    double hmdResidual = 0;
-    double hmdArea = 0;
-    double hmdK = 1;
-    if (hmd != 0) {
-        hmdResidual = project.NodeRecord[At(hmd)].ResidualPressure;
-        hmdArea = project.NodeRecord[At(hmd)].SprinklerArea;
-        hmdK = DensityKFactor(project, state, hmd);
-    }
-    double smallestArea = 0;
-    double smallestK = 0;
+    const double hmdResidual = hmd != 0 ? project.NodeRecord[At(hmd)].ResidualPressure : 0.0;
+    // The largest density pressure of the flowing sprinklers below the HMD node, or the HMD
+    // node's own, each from the sprinkler's own area and K.
     for (int position = 1; position <= project.NumberOfNodes; ++position) {
         const auto& node = project.NodeRecord[At(position)];
         if (node.Discharge == 0 || !IsValidKText(KText(state, position))) {
@@ -118,18 +111,6 @@ void UpdateDensityPressure(const Project& project, SolverState& state) {
         if (pressure >= state.DensityPressure || isHmd) {
             state.DensityPressure = pressure;
         }
-        if (node.SprinklerArea > 0 && (smallestArea == 0 || node.SprinklerArea < smallestArea)) {
-            smallestArea = node.SprinklerArea;
-        }
-        if (kFactor > 0 && (smallestK == 0 || kFactor < smallestK)) {
-            smallestK = kFactor;
-        }
-    }
-    // A sprinkler covering less, or with a smaller K, than the HMD node shifts the pressure.
-    while (state.DensityRounds <= 6 && state.HmdNode != 0 && smallestArea != 0) {
-        state.DensityPressure = state.DensityPressure * std::pow(hmdArea / smallestArea, 0.5) *
-                                std::pow(smallestK / hmdK, 0.5);
-        ++state.DensityRounds;
     }
     if (state.DensityPressure > state.Options.MinimumResidual) {
         state.TargetPressure = state.DensityPressure;

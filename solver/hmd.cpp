@@ -141,7 +141,7 @@ void FindHmd(const Project& project, SolverState& state) {
         state.HmdNode = static_cast<Integer>(node);
     }
     state.HmdResidual = lowest;
-    if (state.HmdLock) {
+    if (state.Retesting.HmdLock) {
         return;
     }
     const int sprinkler = FirstSprinklerRow(state, state.HmdNode);

@@ -11,6 +11,7 @@
 #include "solver/demand_rounds.h"
 #include "solver/density.h"
 #include "solver/device_check.h"
+#include "solver/governing_sprinkler.h"
 #include "solver/hmd.h"
 #include "solver/hydraulics.h"
 #include "solver/peaking.h"
@@ -37,6 +38,8 @@ constexpr double DensityShortfallTolerance = 0.0001;
 constexpr double OvershootBand = 0.01;
 constexpr float PeakingStartPressure = 8.0f;
 constexpr int MaximumLevelSwitches = 100;
+constexpr int MaximumGoverningHolds = 25;
+constexpr int UnconvergedPassesBeforeHold = 5;
 
 class NetworkSolve {
 public:
@@ -78,6 +81,9 @@ private:
         case Phase::AfterDevices:
             return AfterDevices();
         case Phase::HmdRound:
+            if (governing_) {
+                return Phase::Accept;
+            }
             state_.PassMark = false;
             if (state_.Options.DemandMode && state_.DensityNode == 0) {
                 return quench::HmdRound(context_, state_);
@@ -173,17 +179,18 @@ private:
     // The solve's start, also after a density restart or after a zero pivot.
     Phase SetUp() {
         state_.StartBumps = 0;
-        state_.DensityRounds = 0;
+        state_.Density.DensityRounds = 0;
         state_.Peaked = false;
-        state_.HmdPressureRound = 0;
-        state_.DensityFactor = 1.0f;
-        state_.HighWaterSet = false; // the highest pressure seen belongs to the target in force
+        state_.Targeting.HmdPressureRound = 0;
+        state_.Density.DensityFactor = 1.0f;
+        // The highest pressure seen belongs to the target in force.
+        state_.Targeting.HighWaterSet = false;
         if (!state_.RestartFlag) {
             project_.SizingNotes.clear();
             state_.DensityNode = 0;
             state_.HmdNode = 0;
             state_.DensityPressure = 0;
-            state_.HmdLock = false;
+            state_.Retesting.HmdLock = false;
         }
         state_.StartPressure = 0.1f;
         NoteInflowFlow();
@@ -333,6 +340,8 @@ private:
         }
         context_.Progress.SetStatusText(state_.StatusText);
         CopyResults(project_, state_);
+        solvedHmdNode_ = state_.HmdNode;
+        unconvergedPasses_ += state_.NotConverged == 1 ? 1 : 0;
         state_.SolvedOnce = true;
         state_.DeviceChanged = false;
         CapHmdChanges(state_);
@@ -421,7 +430,7 @@ private:
     }
 
     double DensityShortfall() const {
-        const double lowest = state_.MinimumDensity;
+        const double lowest = state_.Density.MinimumDensity;
         if (!state_.Options.DemandMode || lowest == 0 || lowest == NoFlowingSprinkler) {
             return 0;
         }
@@ -430,15 +439,27 @@ private:
 
     // Back for another pass while not converged or short of density.
     Phase ConvergenceCheck() {
-        if ((state_.Options.DemandMode && DensityShortfall() > DensityShortfallTolerance) ||
-            state_.MaximumImbalance > state_.Options.Tolerance) {
+        const bool shortOfDensity =
+            state_.Options.DemandMode && DensityShortfall() > DensityShortfallTolerance;
+        if (shortOfDensity || state_.MaximumImbalance > state_.Options.Tolerance) {
             state_.RestartFlag = false;
-            return Phase::PassStart;
+            return AnotherPass();
         }
         if (state_.NotConverged == 1) {
-            return Phase::PassStart;
+            return AnotherPass();
         }
         return state_.Options.DemandMode ? Phase::Overshoot : Phase::Accept;
+    }
+
+    // Rounds that keep coming back to holds their passes cannot converge on give way to the hold
+    // of the sprinkler worst off.
+    Phase AnotherPass() {
+        const bool stalled = state_.Options.DemandMode && !governing_ &&
+                             unconvergedPasses_ >= UnconvergedPassesBeforeHold;
+        if (stalled) {
+            HoldGoverningSprinkler(Hold::Always);
+        }
+        return Phase::PassStart;
     }
 
     // The accepted solution into the tables, then its closing tests.
@@ -451,11 +472,65 @@ private:
         if (!state_.Options.DemandMode) {
             return Phase::Close;
         }
+        if (governing_) {
+            return HoldGoverningSprinkler() ? Phase::PassStart : Phase::Close;
+        }
         const Phase next = ClosingTests(context_, state_);
         if (next == Phase::Close && state_.Options.Autosize && !SizesSettled(context_, state_)) {
             return Phase::PassHead; // the accepted flows ask for a larger size somewhere
         }
-        return next == Phase::Close && HoldLowestSprinkler() ? Phase::PassStart : next;
+        if (next != Phase::Close) {
+            return next;
+        }
+        const bool held =
+            HoldUnsolvedHmdNode() || HoldLowestSprinkler() || HoldGoverningSprinkler();
+        return held ? Phase::PassStart : Phase::Close;
+    }
+
+    // The rounds' answer measured against every sprinkler's need: when it is not one solution,
+    // or another sprinkler is short or the one worst off has a surplus, that sprinkler is held at
+    // its need and the network solved again, without the rounds, until the one held is the one
+    // worst off.
+    enum class Hold { WhenOff, Always };
+    bool HoldGoverningSprinkler(Hold when = Hold::WhenOff) {
+        if (state_.Options.Autosize || state_.PeakingOn ||
+            governingHolds_ >= MaximumGoverningHolds) {
+            return false;
+        }
+        const double density = RequiredDensity(project_, false);
+        const GoverningSprinkler worst =
+            FindGoverningSprinkler(project_, state_.Options.MinimumResidual, density);
+        if (worst.Number == 0) {
+            return false;
+        }
+        if (when == Hold::WhenOff && HoldsItsRequirement(worst, density) &&
+            HeadsAreOneSolution(context_, state_)) {
+            return false;
+        }
+        ++governingHolds_;
+        governing_ = true;
+        state_.DensityNode = 0;
+        state_.Retesting.HmdLock = false;
+        state_.PreviousHmdNode = state_.HmdNode;
+        state_.HmdNode = static_cast<Integer>(worst.Number);
+        state_.TargetPressure = worst.Requirement;
+        state_.HmdResidual = worst.Requirement;
+        HoldHmdNode(state_, worst.Number, worst.Requirement);
+        return true;
+    }
+
+    // The rounds may end on an HMD node found after the last solution and only lifted to the
+    // target there: its pipes still carry the flows of its old pressure. It is held and the
+    // network solved again, so that the posted heads and flows are one solution.
+    bool HoldUnsolvedHmdNode() {
+        if (state_.HmdNode == solvedHmdNode_ || state_.HmdNode == 0 ||
+            levelSwitches_ >= MaximumLevelSwitches) {
+            return false;
+        }
+        ++levelSwitches_;
+        HoldHmdNode(state_, state_.HmdNode, state_.TargetPressure);
+        state_.HmdResidual = state_.TargetPressure;
+        return true;
     }
 
     // A sprinkler within the level band of the HMD node may stand a little below the target.
@@ -489,6 +564,10 @@ private:
     SolverState& state_;
     Project& project_;
     int levelSwitches_ = 0;
+    Integer solvedHmdNode_ = 0; // the node held at the target in the last solution
+    bool governing_ = false;    // solving for the sprinkler worst off, the rounds done
+    int governingHolds_ = 0;
+    int unconvergedPasses_ = 0; // passes that ended at their limit
     ProgressPace pace_;
 };
 

@@ -62,6 +62,53 @@ struct SolverSummary {
     int HmdFirstRow = 0;              // the HMD node's first half-edge row
 };
 
+// The rounds of Demand mode around the Newton iteration keep their counters apart, one group per
+// round, so that a round's state is read and reset together.
+
+// The HMD round: the HMD node moving between sprinklers, and its turning between two of them.
+struct HmdTurning {
+    Integer HmdChanges = 0;   // moves of the HMD node since the last new start pressure
+    Integer FlipCount = 0;    // moves back and forth between the same two nodes (16-bit)
+    Long FlipCycles = 0;      // rounds that ended flipping and short of the target
+    Integer TwoAgoHmd = 0;    // the HMD node before the previous one
+    Integer AlternateHmd = 0; // the other node of a flip
+    double LastShortfall = 0; // the HMD node's shortfall of the target after the last round
+    Long TurnCycles = 0;      // turns counted by the target check while the target moves
+};
+
+// The re-test of the HMD node's pressure after a solution.
+struct RetestRound {
+    bool RepeatPending = false; // passes go on until the HMD node holds the target
+    bool SecondLook = false;    // it held once; one more pass to see it hold again
+    bool HmdLock = false;       // FindHmd leaves the HMD node unlifted: the density node governs
+};
+
+// The target check: the highest pressure seen for the target in force and the rounds that move
+// the target.
+struct TargetRounds {
+    double HighWater = 0; // the highest HmdResidual seen for the target in force
+    bool HighWaterSet = false;
+    double PreviousHmdResidual = 0; // the HMD node's residual at the end of the last HMD round
+    Long HmdPressureRound = 0;      // rounds that moved or re-tested the target
+    double LowestSeen = 0;          // the lowest sprinkler residual found by the re-test
+};
+
+// The density loop: the target raised until every flowing sprinkler has its density.
+struct DensityRound {
+    float DensityFactor = 1.0f; // 1.01 while the lowest density is far from the requirement
+    Integer DensityRounds = 0;  // 16-bit
+    double MinimumDensity = 0;  // the lowest flowing density, NoFlowingSprinkler when none flows
+};
+
+// The HMD node over its target: the start pressure stepped down, and its history.
+struct OvershootRound {
+    Long OvershootRounds = 0;
+    double FirstOvershootResidual = 0; // the HMD node's residual at the first overshoot
+    Integer BestHmdNode = 0;           // the HMD node of the lowest overshoot
+    float StepBack = 0;                // the step from the start pressure before the overshoot
+    float LastStart = 0;               // the start pressure last set by these rounds
+};
+
 struct SolverState {
     HalfEdgeTable Edges;
     std::vector<double> Conductance;             // beside each half-edge row
@@ -127,38 +174,18 @@ struct SolverState {
     Integer PreviousHmdNode = 0;
     double HmdResidual = 0;
     double HmdFlow = 0;
-    Long HmdPressureRound = 0;
-    Integer HmdChanges = 0;
     Integer SizingChanged = 0;
     Integer SizingWaits = 0; // sizing steps in a row that waited for a converged solution
     bool Peaked = false;
     bool PeakingOn = false;
     double InflowFlowEstimate = 0;
 
-    // Demand mode.
-    Integer FlipCount = 0;
-    Long FlipCycles = 0;
-    Integer TwoAgoHmd = 0;
-    Integer AlternateHmd = 0;
-    double LastShortfall = 0;
-    bool RepeatPending = false;
-    bool SecondLook = false;
-    bool HmdLock = false;
-    double HighWater = 0;
-    bool HighWaterSet = false;
-    double PreviousHmdResidual = 0;
-    float DensityFactor = 1.0f;
-    Integer DensityRounds = 0;
-    double LowestSeen = 0;
-    double MinimumDensity = 0;
-
-    // Overshoot and the turning HMD.
-    Long OvershootRounds = 0;
-    double FirstOvershootResidual = 0;
-    Integer BestHmdNode = 0;
-    float StepBack = 0;
-    float LastStart = 0;
-    Long TurnCycles = 0;
+    // The rounds of Demand mode, each with its own counters.
+    HmdTurning Turning;
+    RetestRound Retesting;
+    TargetRounds Targeting;
+    DensityRound Density;
+    OvershootRound Overshooting;
 
     // Supply mode.
     float PumpBoost = 0;

@@ -167,6 +167,8 @@ TEST(TreeBuilder, BranchRowsRoundHalfUpAndObeyTheMaximum) {
     // The spacing shown is rounded to one decimal: 50 / 3.
     spacing = SpacingOf({{TreeCrossMainLength, "50"}, {TreeBranchSpacing, "16"}});
     EXPECT_DOUBLE_EQ(spacing.BranchSpacing, 16.7);
+    EXPECT_EQ(SpacingText(spacing.BranchSpacing, ','), "16,7");
+    EXPECT_EQ(SpacingText(20.0 / 3), "6.7");
     spacing = SpacingOf({{TreeCrossMainLength, "50"}, {TreeBranchSpacing, "12"}}, "10");
     EXPECT_EQ(spacing.Pieces, 5);
     EXPECT_DOUBLE_EQ(spacing.BranchSpacing, 10);
@@ -364,6 +366,17 @@ TEST(TreeBuilder, ConfirmPipeAddAnswers) {
     EXPECT_EQ(project->PipeRecord[1].BegNode, "5011");
     EXPECT_TRUE(project->PipeRecord[21].BegNode.empty());
     EXPECT_EQ(project->InputChanged, False);
+
+    // No, then a stop: the count of rows comes back with the table untouched.
+    project = NewProject();
+    TypeRows(*project, 20);
+    project->PipeRecord[15].BegNode = "100";
+    dialogs = {};
+    dialogs.Script(Answer::No);
+    result = CreateTree(*project, DefaultLibrary(), dialogs, TwelvePipeInputs());
+    EXPECT_EQ(result.Stop, BuildStop::SourceNode);
+    EXPECT_EQ(project->NumberOfPipeRows, 20);
+    EXPECT_EQ(project->PipeRecord[1].BegNode, "5011");
 }
 
 TEST(TreeBuilder, SourceNodeConflicts) {

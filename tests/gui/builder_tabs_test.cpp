@@ -90,7 +90,7 @@ protected:
 
 TEST_F(BuilderTabsTest, ATreeTypedOnItsTabIsBuiltIntoTheTableAndUndoneInOneStep) {
     QTabWidget& tabs = *Window()->Tabs();
-    ASSERT_EQ(tabs.count(), 3);
+    ASSERT_EQ(tabs.count(), 4); // the table, the two builders, global edit
     EXPECT_EQ(tabs.tabText(1), "Tree Builder");
     EXPECT_EQ(tabs.tabText(2), "Grid Builder");
     gui::TreeBuilderTab& tab = *Window()->TreeBuilder();

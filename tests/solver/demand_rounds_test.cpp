@@ -90,7 +90,7 @@ TEST(DemandRounds, AMovedHmdNodeIsSolvedForAndTenFlipsMakeACycle) {
     star.SetResidual(30, 9.5);
     EXPECT_EQ(HmdRound(star.Context, star.State), Phase::PassStart);
     EXPECT_EQ(star.State.HmdNode, 30);
-    EXPECT_EQ(star.State.HmdChanges, 1);
+    EXPECT_EQ(star.State.Turning.HmdChanges, 1);
     EXPECT_EQ(star.State.TotalPasses, 1);
     EXPECT_NEAR(star.HeadOf(30), Target, 1e-12); // held at the target from here
 
@@ -99,11 +99,11 @@ TEST(DemandRounds, AMovedHmdNodeIsSolvedForAndTenFlipsMakeACycle) {
     Star flip;
     flip.SetResidual(30, 9.5);
     flip.State.PreviousHmdNode = 30; // 30 was the HMD node before 20
-    flip.State.FlipCount = 9;
-    flip.State.HmdLock = true;
+    flip.State.Turning.FlipCount = 9;
+    flip.State.Retesting.HmdLock = true;
     EXPECT_EQ(HmdRound(flip.Context, flip.State), Phase::PassStart);
-    EXPECT_EQ(flip.State.FlipCount, 10);
-    EXPECT_EQ(flip.State.FlipCycles, 1);
+    EXPECT_EQ(flip.State.Turning.FlipCount, 10);
+    EXPECT_EQ(flip.State.Turning.FlipCycles, 1);
     EXPECT_EQ(flip.Context.IterationLimit, 2000);
 
     // After four cycles the move is no reason to solve again: the shortfall brings a new start
@@ -111,15 +111,15 @@ TEST(DemandRounds, AMovedHmdNodeIsSolvedForAndTenFlipsMakeACycle) {
     Star cycling;
     cycling.SetResidual(30, 9.5);
     cycling.State.PreviousHmdNode = 30;
-    cycling.State.FlipCount = 9;
-    cycling.State.FlipCycles = 3;
-    cycling.State.HmdLock = true;
+    cycling.State.Turning.FlipCount = 9;
+    cycling.State.Turning.FlipCycles = 3;
+    cycling.State.Retesting.HmdLock = true;
     const float start = cycling.State.StartPressure;
     EXPECT_EQ(HmdRound(cycling.Context, cycling.State), Phase::PassStart);
-    EXPECT_EQ(cycling.State.FlipCycles, 4);
-    EXPECT_EQ(cycling.State.FlipCount, 1);
-    EXPECT_EQ(cycling.State.HmdChanges, 1);
-    EXPECT_NEAR(cycling.State.LastShortfall, 0.5, 1e-12);
+    EXPECT_EQ(cycling.State.Turning.FlipCycles, 4);
+    EXPECT_EQ(cycling.State.Turning.FlipCount, 1);
+    EXPECT_EQ(cycling.State.Turning.HmdChanges, 1);
+    EXPECT_NEAR(cycling.State.Turning.LastShortfall, 0.5, 1e-12);
     EXPECT_NE(cycling.State.StartPressure, start);
     EXPECT_NEAR(cycling.HeadOf(40), cycling.State.StartPressure, 1e-6); // heads seeded again
 }
@@ -128,10 +128,10 @@ TEST(DemandRounds, AFlipBetweenNodesThatHoldTheTargetIsSettled) {
     Star star;
     star.SetResidual(30, 9.5);
     star.State.PreviousHmdNode = 30;
-    star.State.FlipCount = 9;
+    star.State.Turning.FlipCount = 9;
     // The new node is held at the target: the flip is settled and the round goes on to peaking.
     EXPECT_EQ(HmdRound(star.Context, star.State), Phase::Peaking);
-    EXPECT_EQ(star.State.FlipCycles, 31000);
+    EXPECT_EQ(star.State.Turning.FlipCycles, 31000);
     EXPECT_EQ(star.State.HmdResidual, Target);
     EXPECT_EQ(star.State.DensityNode, 0);
 }
@@ -143,8 +143,8 @@ TEST(DemandRounds, DensityTakesOverFromTheHmdNodeOrLeavesIt) {
     for (int position = 2; position <= 4; ++position) {
         governs.Model.NodeRecord[static_cast<std::size_t>(position)].SprinklerArea = 300;
     }
-    governs.State.HmdLock = true;
-    governs.State.LastShortfall = 100; // the shortfall no longer grows: the round goes on
+    governs.State.Retesting.HmdLock = true;
+    governs.State.Turning.LastShortfall = 100; // the shortfall no longer grows: the round goes on
     EXPECT_EQ(HmdRound(governs.Context, governs.State), Phase::PassStart);
     const double required = (0.1 * 300 / 5.6) * (0.1 * 300 / 5.6);
     EXPECT_EQ(governs.State.DensityNode, 20);
@@ -165,9 +165,9 @@ TEST(DemandRounds, DensityTakesOverFromTheHmdNodeOrLeavesIt) {
     pressure.State.RestartFlag = true; // the density pressure stands as a restart left it
     pressure.State.DensityPressure = 9.8;
     pressure.State.DensityNode = 30;
-    pressure.State.HmdLock = true;
+    pressure.State.Retesting.HmdLock = true;
     pressure.SetResidual(20, 9.5);
-    pressure.State.LastShortfall = 100;
+    pressure.State.Turning.LastShortfall = 100;
     EXPECT_EQ(HmdRound(pressure.Context, pressure.State), Phase::Peaking);
     EXPECT_EQ(pressure.State.DensityNode, 0);
     EXPECT_NEAR(pressure.State.HmdResidual, 9.5, 1e-12);
@@ -175,27 +175,27 @@ TEST(DemandRounds, DensityTakesOverFromTheHmdNodeOrLeavesIt) {
 
 TEST(DemandRounds, TheRetestRepeatsUntilTheHmdNodeHoldsThenLooksOnceMore) {
     Star star;
-    star.State.HighWater = 10.5; // a higher pressure was seen for this target
-    star.State.HighWaterSet = true;
+    star.State.Targeting.HighWater = 10.5; // a higher pressure was seen for this target
+    star.State.Targeting.HighWaterSet = true;
     EXPECT_EQ(Retest(star.Context, star.State), Phase::PassStart);
-    EXPECT_TRUE(star.State.RepeatPending);
-    EXPECT_TRUE(star.State.SecondLook);
-    EXPECT_EQ(star.State.HmdPressureRound, 1);
+    EXPECT_TRUE(star.State.Retesting.RepeatPending);
+    EXPECT_TRUE(star.State.Retesting.SecondLook);
+    EXPECT_EQ(star.State.Targeting.HmdPressureRound, 1);
     // The second look finds it holding: back to the device check.
     EXPECT_EQ(Retest(star.Context, star.State), Phase::AfterDevices);
-    EXPECT_FALSE(star.State.RepeatPending);
-    EXPECT_EQ(star.State.HmdPressureRound, 2);
+    EXPECT_FALSE(star.State.Retesting.RepeatPending);
+    EXPECT_EQ(star.State.Targeting.HmdPressureRound, 2);
 
     // Still short of the target: another pass, and the second look starts again.
     Star shortOf;
-    shortOf.State.HighWater = 10.5;
-    shortOf.State.HighWaterSet = true;
-    shortOf.State.HmdLock = true;
+    shortOf.State.Targeting.HighWater = 10.5;
+    shortOf.State.Targeting.HighWaterSet = true;
+    shortOf.State.Retesting.HmdLock = true;
     shortOf.SetResidual(30, 9.5);
-    shortOf.State.SecondLook = true;
+    shortOf.State.Retesting.SecondLook = true;
     EXPECT_EQ(Retest(shortOf.Context, shortOf.State), Phase::PassStart);
-    EXPECT_FALSE(shortOf.State.SecondLook);
-    EXPECT_EQ(shortOf.State.FlipCount, 1);
+    EXPECT_FALSE(shortOf.State.Retesting.SecondLook);
+    EXPECT_EQ(shortOf.State.Turning.FlipCount, 1);
 
     // Nothing below the highest pressure and no density node: the solution is complete.
     Star holds;
@@ -206,14 +206,14 @@ TEST(DemandRounds, TheRetestRepeatsUntilTheHmdNodeHoldsThenLooksOnceMore) {
 Star Turning(int turnCycles, Long overshootRounds) {
     Star star;
     star.State.DensityNode = 30;
-    star.State.HmdLock = true;
+    star.State.Retesting.HmdLock = true;
     star.State.HmdResidual = 9.5;
     star.State.HmdNode = 30;
     star.State.PreviousHmdNode = 20;
-    star.State.TwoAgoHmd = 30;
-    star.State.FlipCount = 9;
-    star.State.TurnCycles = turnCycles;
-    star.State.OvershootRounds = overshootRounds;
+    star.State.Turning.TwoAgoHmd = 30;
+    star.State.Turning.FlipCount = 9;
+    star.State.Turning.TurnCycles = turnCycles;
+    star.State.Overshooting.OvershootRounds = overshootRounds;
     star.SetResidual(30, 9.5);
     return star;
 }
@@ -223,24 +223,24 @@ TEST(DemandRounds, AnHmdNodeTurningWhileTheTargetMovesGetsANewStart) {
     Star few = Turning(0, 0);
     few.Model.SystemData.MinimumDesiredDensity = 0.01f;
     const Phase next = TargetCheck(few.Context, few.State);
-    EXPECT_EQ(few.State.TurnCycles, 1);
-    EXPECT_EQ(few.State.FlipCount, 10);
+    EXPECT_EQ(few.State.Turning.TurnCycles, 1);
+    EXPECT_EQ(few.State.Turning.FlipCount, 10);
     EXPECT_NE(next, Phase::SetUp);
 
     // The fifth cycle with no overshoot round yet: a new start pressure, a new pass.
     Star fifth = Turning(4, 0);
     const float start = fifth.State.StartPressure;
     EXPECT_EQ(TargetCheck(fifth.Context, fifth.State), Phase::PassStart);
-    EXPECT_EQ(fifth.State.TurnCycles, 0);
+    EXPECT_EQ(fifth.State.Turning.TurnCycles, 0);
     EXPECT_NE(fifth.State.StartPressure, start);
-    EXPECT_EQ(fifth.State.LastStart, fifth.State.StartPressure);
+    EXPECT_EQ(fifth.State.Overshooting.LastStart, fifth.State.StartPressure);
 
     // After an overshoot round the start steps back, and with "Update Estimates In Case of
     // Oscillation" the heads are rebuilt from the pipe sizes and the supply's row is given the
     // whole demand at the minimum pressure plus ten percent.
     Star rebuilt = Turning(4, 1);
     rebuilt.Context.UpdateEstimatesOnOscillation = true;
-    rebuilt.State.LastStart = 9;
+    rebuilt.State.Overshooting.LastStart = 9;
     rebuilt.State.StartPressure = 4;
     EXPECT_EQ(TargetCheck(rebuilt.Context, rebuilt.State), Phase::PassStart);
     EXPECT_EQ(rebuilt.State.StartPressure, 5);
@@ -256,12 +256,12 @@ TEST(DemandRounds, AnHmdNodeTurningWhileTheTargetMovesGetsANewStart) {
 
 TEST(DemandRounds, TheCountOfHmdChangesStaysWithinItsRange) {
     SolverState state;
-    state.HmdChanges = 102;
+    state.Turning.HmdChanges = 102;
     CapHmdChanges(state);
-    EXPECT_EQ(state.HmdChanges, 102);
-    state.HmdChanges = 103;
+    EXPECT_EQ(state.Turning.HmdChanges, 102);
+    state.Turning.HmdChanges = 103;
     CapHmdChanges(state);
-    EXPECT_EQ(state.HmdChanges, 31);
+    EXPECT_EQ(state.Turning.HmdChanges, 31);
 }
 
 TEST(DemandRounds, AnOverPressuredHmdNodeHalvesTheStartPressure) {
@@ -269,22 +269,23 @@ TEST(DemandRounds, AnOverPressuredHmdNodeHalvesTheStartPressure) {
     star.State.HmdResidual = 10.5;
     star.State.StartPressure = 9;
     star.State.StartBumps = 4;
-    star.State.FlipCycles = 3;
+    star.State.Turning.FlipCycles = 3;
     EXPECT_EQ(Overshoot(star.Context, star.State), Phase::PassStart);
     EXPECT_EQ(star.State.StartPressure, 4.5f);
-    EXPECT_EQ(star.State.LastStart, 4.5f);
-    EXPECT_EQ(star.State.StepBack, -9.0f); // the first round steps back by the start it had
+    EXPECT_EQ(star.State.Overshooting.LastStart, 4.5f);
+    EXPECT_EQ(star.State.Overshooting.StepBack,
+              -9.0f); // the first round steps back by the start it had
     EXPECT_EQ(star.State.StartBumps, 3);
-    EXPECT_EQ(star.State.FlipCycles, 0);
-    EXPECT_EQ(star.State.BestHmdNode, 20);
+    EXPECT_EQ(star.State.Turning.FlipCycles, 0);
+    EXPECT_EQ(star.State.Overshooting.BestHmdNode, 20);
     EXPECT_NEAR(star.HeadOf(40), 4.5, 1e-6);
     // A second round halves again; the best node stays that of the lowest overshoot.
     star.State.HmdResidual = 10.8;
     star.State.HmdNode = 30;
     Overshoot(star.Context, star.State);
     EXPECT_EQ(star.State.StartPressure, 2.25f);
-    EXPECT_EQ(star.State.OvershootRounds, 2);
-    EXPECT_EQ(star.State.BestHmdNode, 20);
+    EXPECT_EQ(star.State.Overshooting.OvershootRounds, 2);
+    EXPECT_EQ(star.State.Overshooting.BestHmdNode, 20);
 }
 
 TEST(DemandRounds, TargetRoundsThatKeepMissingPushTheDensityOrClimbTheLadder) {
@@ -292,21 +293,21 @@ TEST(DemandRounds, TargetRoundsThatKeepMissingPushTheDensityOrClimbTheLadder) {
     // loop, pushed 1 % above the ratio.
     Star density;
     density.Model.SystemData.MinimumDesiredDensity = 0.1f;
-    density.State.HighWater = 0;
-    density.State.HmdPressureRound = 40;
-    density.State.HmdLock = true;
-    density.State.LowestSeen = 10.5;
+    density.State.Targeting.HighWater = 0;
+    density.State.Targeting.HmdPressureRound = 40;
+    density.State.Retesting.HmdLock = true;
+    density.State.Targeting.LowestSeen = 10.5;
     EXPECT_EQ(TargetCheck(density.Context, density.State), Phase::DensityCheck);
-    EXPECT_EQ(density.State.DensityFactor, 1.01f);
-    EXPECT_EQ(density.State.HmdPressureRound, 41);
+    EXPECT_EQ(density.State.Density.DensityFactor, 1.01f);
+    EXPECT_EQ(density.State.Targeting.HmdPressureRound, 41);
 
     // Without density the start pressure climbs, even with estimates in use.
     Star ladder;
     ladder.State.Options.UseEstimates = true;
-    ladder.State.HighWater = 0;
-    ladder.State.HmdPressureRound = 40;
-    ladder.State.HmdLock = true;
-    ladder.State.LowestSeen = 10.5;
+    ladder.State.Targeting.HighWater = 0;
+    ladder.State.Targeting.HmdPressureRound = 40;
+    ladder.State.Retesting.HmdLock = true;
+    ladder.State.Targeting.LowestSeen = 10.5;
     const float start = ladder.State.StartPressure;
     EXPECT_EQ(TargetCheck(ladder.Context, ladder.State), Phase::ConvergenceCheck);
     EXPECT_NE(ladder.State.StartPressure, start);
@@ -323,11 +324,11 @@ TEST(DemandRounds, TargetRoundsThatKeepMissingPushTheDensityOrClimbTheLadder) {
 TEST(DemandRounds, TheClosingTestsSendAnHmdNodeBelowTheMinimumBackToTheStart) {
     Star star;
     star.Model.SystemData.MinimumDesiredDensity = 0.1f;
-    star.State.MinimumDensity = 0.2; // every sprinkler well over the density
+    star.State.Density.MinimumDensity = 0.2; // every sprinkler well over the density
     star.State.HmdResidual = Target;
     EXPECT_EQ(ClosingTests(star.Context, star.State), Phase::Close);
     star.State.HmdResidual = 9.995; // under the minimum, if only within the band
-    star.State.MinimumDensity = 0.1;
+    star.State.Density.MinimumDensity = 0.1;
     EXPECT_EQ(ClosingTests(star.Context, star.State), Phase::SetUp);
 }
 

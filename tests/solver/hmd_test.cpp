@@ -77,7 +77,7 @@ TEST(Hmd, WithinTheBandTheHmdDoesNotMove) {
 TEST(Hmd, ALockedChoiceIsNotHeld) {
     Project project;
     SolverState state = Star(9.5, 9.2, 9.8);
-    state.HmdLock = true;
+    state.Retesting.HmdLock = true;
     FindHmd(project, state);
     EXPECT_EQ(state.HmdNode, 30);
     EXPECT_NEAR(state.HmdResidual, 9.2, 1e-12);
