@@ -76,27 +76,32 @@ bool IsSprinklerEnd(const std::string& kFactor) {
     return kFactor != "0";
 }
 
-// The sprinklers of each branch line and side, ranked from the line's start outwards: the rank
-// of a sprinkler is its place among the distinct distances from x = 0 on its side.
-class SprinklerRanks {
+// The heads of each branch line and side, ranked from the line's start outwards: the rank of a
+// head is its place among the distinct distances from x = 0 on its side. The points where a line
+// meets the cross main or the perimeter are no heads and have rank 0.
+class HeadRanks {
 public:
-    explicit SprinklerRanks(const std::vector<PlacedPipe>& pipes) {
+    explicit HeadRanks(const std::vector<PlacedPipe>& pipes) {
         for (const PlacedPipe& pipe : pipes) {
             if (pipe.Kind != BuilderPipeKind::Branch) {
-                continue;
+                junctions_.insert(PointKey(pipe.Begin));
+                junctions_.insert(PointKey(pipe.End));
             }
-            if (IsSprinklerEnd(pipe.Row.KFactorB)) {
-                distances_[KeyOf(pipe.Line, pipe.Begin)].insert(std::fabs(pipe.Begin.X));
-            }
-            if (IsSprinklerEnd(pipe.Row.KFactorE)) {
-                distances_[KeyOf(pipe.Line, pipe.End)].insert(std::fabs(pipe.End.X));
+        }
+        for (const PlacedPipe& pipe : pipes) {
+            if (pipe.Kind == BuilderPipeKind::Branch) {
+                for (const LayoutPoint& point : {pipe.Begin, pipe.End}) {
+                    if (!junctions_.contains(PointKey(point))) {
+                        distances_[SideKey(pipe.Line, point)].insert(std::fabs(point.X));
+                    }
+                }
             }
         }
     }
 
     long long RankOf(int line, const LayoutPoint& point) const {
-        const auto found = distances_.find(KeyOf(line, point));
-        if (found == distances_.end()) {
+        const auto found = distances_.find(SideKey(line, point));
+        if (junctions_.contains(PointKey(point)) || found == distances_.end()) {
             return 0;
         }
         const auto place = found->second.find(std::fabs(point.X));
@@ -104,27 +109,27 @@ public:
     }
 
 private:
-    static std::pair<int, bool> KeyOf(int line, const LayoutPoint& point) {
+    static std::pair<double, double> PointKey(const LayoutPoint& point) {
+        return {point.X, point.Y};
+    }
+    static std::pair<int, bool> SideKey(int line, const LayoutPoint& point) {
         return {line, point.X < 0};
     }
 
+    std::set<std::pair<double, double>> junctions_;
     std::map<std::pair<int, bool>, std::set<double>> distances_;
 };
 
-bool InPrintedPart(const PlacedPipe& pipe, const PrintedPart& part, const SprinklerRanks& ranks) {
+bool InPrintedPart(const PlacedPipe& pipe, const PrintedPart& part, const HeadRanks& ranks) {
     // A pipe down to the next line belongs to the next line as well.
     const bool downToNext =
         pipe.Line > 0 && pipe.Kind != BuilderPipeKind::Branch && pipe.End.Y != pipe.Begin.Y;
     if (pipe.Line + (downToNext ? 1 : 0) > part.Lines) {
         return false;
     }
-    if (pipe.Kind != BuilderPipeKind::Branch) {
-        return true;
-    }
-    const auto shown = [&](const std::string& kFactor, const LayoutPoint& point) {
-        return !IsSprinklerEnd(kFactor) || ranks.RankOf(pipe.Line, point) <= part.SprinklersPerSide;
-    };
-    return shown(pipe.Row.KFactorB, pipe.Begin) && shown(pipe.Row.KFactorE, pipe.End);
+    return pipe.Kind != BuilderPipeKind::Branch ||
+           (ranks.RankOf(pipe.Line, pipe.Begin) <= part.SprinklersPerSide &&
+            ranks.RankOf(pipe.Line, pipe.End) <= part.SprinklersPerSide);
 }
 
 int NodeNumber(const std::string& text) {
@@ -138,7 +143,7 @@ int NodeNumber(const std::string& text) {
 } // namespace
 
 NetworkSketch SketchOfPlan(const std::vector<PlacedPipe>& pipes, const PrintedPart& part) {
-    const SprinklerRanks ranks(pipes);
+    const HeadRanks ranks(pipes);
     NetworkSketch sketch;
     std::map<std::tuple<std::string, double, double>, std::size_t> places;
     const auto nodeAt = [&](const std::string& number, const LayoutPoint& point,

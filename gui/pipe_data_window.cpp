@@ -81,13 +81,7 @@ PipeDataWindow::PipeDataWindow(Project& project, const PipeLibrary& library, Dia
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(4, 4, 4, 4);
     layout->addWidget(tabs_);
-    connect(tabs_, &QTabWidget::currentChanged, this, [this](int index) {
-        if (index == 0) {
-            Refresh();
-        } else {
-            setWindowTitle(Text(table_.ShortCaption()));
-        }
-    });
+    connect(tabs_, &QTabWidget::currentChanged, this, &PipeDataWindow::Refresh);
 
     connect(globalEdit_, &GlobalEditTab::CommandStarting, this, &PipeDataWindow::WriteBack);
     connect(globalEdit_, &GlobalEditTab::TablesChanged, this, [this] {
@@ -378,7 +372,9 @@ bool PipeDataWindow::event(QEvent* event) {
 }
 
 void PipeDataWindow::Refresh() {
-    setWindowTitle(Text(table_.Caption(CurrentPipe())));
+    // The other tabs have no current pipe: their title is the short one.
+    setWindowTitle(
+        Text(tabs_->currentIndex() <= 0 ? table_.Caption(CurrentPipe()) : table_.ShortCaption()));
     defaultK_->setText(Text(table_.DefaultKFactorLabel()));
     totalArea_->setText(Text(table_.SprinklerAreaLabel()));
     if (globalEdit_ != nullptr) {

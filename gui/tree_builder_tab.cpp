@@ -10,6 +10,8 @@
 #include "gui/qt_text.h"
 #include "gui/validated_field.h"
 
+#include <algorithm>
+
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -333,9 +335,14 @@ void TreeBuilderTab::CreateTree() {
         return;
     }
     ShowEstimate();
-    held_.Values.ExitNode = static_cast<Integer>(result.ExitNode);
-    ShowFieldText(Input(TreeExitNode), std::to_string(result.ExitNode));
-    Calculated(TreeExitNode)->setText(QString::number(result.ExitNode));
+    // A tree of one row has no cross main to end in: no exit node is found.
+    if (result.ExitNode != 0) {
+        held_.Values.ExitNode = static_cast<Integer>(result.ExitNode);
+        ShowFieldText(Input(TreeExitNode), std::to_string(result.ExitNode));
+        Calculated(TreeExitNode)->setText(QString::number(result.ExitNode));
+    } else {
+        Calculated(TreeExitNode)->clear();
+    }
     Store();
     emit RowsBuilt();
 }

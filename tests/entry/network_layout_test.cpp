@@ -184,6 +184,12 @@ TEST(NetworkLayout, ThePrintedFormShowsThePartWithinItsLimits) {
         EXPECT_LE(node.Y, 14 * 10.0);
         EXPECT_GE(node.X, -27.0);
     }
+    // Heads are counted where they stand, also when a K of 0 leaves them no sprinklers.
+    big.KFactor = "0";
+    project->SystemData.DefaultKFactor = 0;
+    const NetworkSketch dry = SketchOfPlan(LayOutTree(big, *project).Pipes, TreePrintedPart);
+    EXPECT_EQ(dry.Nodes.size(), sketch.Nodes.size());
+    EXPECT_EQ(std::ranges::count_if(dry.Nodes, &SketchNode::Sprinkler), 0);
     // The whole tree when there is no limit.
     EXPECT_EQ(SketchOfPlan(tree.Pipes, {100, 100}).Pipes.size(), tree.Pipes.size());
 

@@ -108,6 +108,7 @@ TEST_F(BuilderTabsTest, ATreeTypedOnItsTabIsBuiltIntoTheTableAndUndoneInOneStep)
     tab.findChild<QPushButton*>("cmdTreeCreation")->click();
     EXPECT_EQ(desktop_->Dialogs.LastTitle(), builder_words::ConfirmPipeAddTitle);
     EXPECT_EQ(Model().NumberOfPipeRows, 14);
+    EXPECT_EQ(Window()->windowTitle(), "Enter/Edit Pipe Data: 14 Pipes Defined");
     const int expected[][2] = {{100, 110}, {120, 130}, {130, 110}, {110, 140}, {140, 150},
                                {110, 180}, {160, 170}, {170, 180}, {180, 190}, {190, 200}};
     for (int i = 0; i < 10; ++i) {
