@@ -110,6 +110,10 @@ int TypedNodeNumber(const Project& project, int number) {
     return number == InflowNodeCode ? project.InflowNode : number;
 }
 
+double TypedNodeNumber(const Project& project, double number) {
+    return number == InflowNodeCode ? project.InflowNode : number;
+}
+
 std::string TypedNodeText(const Project& project, std::string_view text) {
     std::string trimmed = Trim(text);
     return ToNumber(trimmed) == InflowNodeCode ? std::to_string(project.InflowNode) : trimmed;

@@ -444,6 +444,7 @@ bool HasBothNodes(const PipeRecord& row);
 // The solver's tables carry the first inflow as node InflowNodeCode; the user knows it by the
 // number typed (InflowNode). These give any node back as the user typed it.
 int TypedNodeNumber(const Project& project, int number);
+double TypedNodeNumber(const Project& project, double number); // a number read from a node text
 std::string TypedNodeText(const Project& project, std::string_view text); // trimmed
 
 } // namespace quench

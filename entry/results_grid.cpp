@@ -43,14 +43,13 @@ public:
     }
 
     std::string Node(Integer number) const {
-        return std::to_string(number == InflowNodeCode ? project_.InflowNode : number);
+        return std::to_string(TypedNodeNumber(project_, number));
     }
 
     // The calculated pipe of a result row: the same two nodes, either way round.
     const CalcPipeRecord* PipeOf(const PipeResultRecord& row) const {
         const auto typed = [this](const std::string& text) {
-            const double number = ToNumber(Trim(text));
-            return number == InflowNodeCode ? project_.InflowNode : static_cast<int>(number);
+            return static_cast<int>(TypedNodeNumber(project_, ToNumber(Trim(text))));
         };
         const int count = std::clamp<int>(project_.NumberOfPipes, 0, MaxPipes);
         for (int pipe = 1; pipe <= count; ++pipe) {

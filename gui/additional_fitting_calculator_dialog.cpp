@@ -4,6 +4,7 @@
 #include "core/formats.h"
 #include "entry/field_rules.h"
 #include "gui/qt_dialogs.h"
+#include "gui/qt_text.h"
 #include "gui/validated_field.h"
 #include "gui/window_placement.h"
 
@@ -50,9 +51,7 @@ AdditionalFittingCalculatorDialog::AdditionalFittingCalculatorDialog(const Calcu
         double Default;
         QString UnitText;
     };
-    auto unitText = [units](UnitKind kind) {
-        return QString::fromUtf8(std::string(UnitWord(kind, units)).c_str());
-    };
+    auto unitText = [units](UnitKind kind) { return Text(UnitWord(kind, units)); };
     const Input inputs[] = {
         {"txtHeadLoss", "Head Loss", NumberFieldKind::HeadLoss, UnitKind::Pressure_Drop,
          defaults.HeadLoss, unitText(UnitKind::Pressure_Drop)},
@@ -64,7 +63,7 @@ AdditionalFittingCalculatorDialog::AdditionalFittingCalculatorDialog(const Calcu
          unitText(UnitKind::Density)},
         // Centipoise in both systems: one cP is one mN-s/m².
         {"txtViscosity", "Viscosity:", NumberFieldKind::Viscosity, std::nullopt, defaults.Viscosity,
-         units == MeasureSystem::SI ? QString::fromUtf8("mN-s/m²") : "cP"},
+         units == MeasureSystem::SI ? Text("mN-s/m²") : "cP"},
         {"txtRoughness", "Roughness", NumberFieldKind::Roughness, UnitKind::Fine_Length,
          defaults.Roughness, unitText(UnitKind::Fine_Length)},
         {"txtCValue", "C Value", NumberFieldKind::CValue, std::nullopt, defaults.CValue, {}},

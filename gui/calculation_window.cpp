@@ -588,7 +588,7 @@ void CalculationWindow::OpenDisplay() {
     const auto [pipes, nodes] = PipesAndNodes(project_);
     const bool demand = rules_.Option(CalculationOption::DemandMode);
     auto* display = new DisplayingWindow(Latin1(DisplayingTitle(demand, pipes, nodes)), demand,
-                                         settings_, window());
+                                         settings_, rules_.DecimalCharacter(), window());
     IterationControls shown;
     shown.InitialDamping = project_.CalculationData.InitialDampingFactor;
     shown.MinimumDamping = project_.CalculationData.MinimumDampingFactor;

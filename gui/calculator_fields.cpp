@@ -1,6 +1,7 @@
 #include "gui/calculator_fields.h"
 
 #include "entry/field_rules.h"
+#include "gui/qt_text.h"
 #include "gui/validated_field.h"
 
 #include <QGridLayout>
@@ -30,7 +31,7 @@ QLineEdit* MakeResultField(QWidget* parent, const char* name) {
 }
 
 QLabel* MakeUnitLabel(QWidget* parent, UnitKind kind, MeasureSystem system) {
-    return new QLabel(QString::fromUtf8(std::string(UnitWord(kind, system)).c_str()), parent);
+    return new QLabel(Text(UnitWord(kind, system)), parent);
 }
 
 void AddCalculatorRow(QGridLayout* grid, int row, const QString& caption, QWidget* field,
@@ -45,11 +46,11 @@ void AddCalculatorRow(QGridLayout* grid, int row, const QString& caption, QWidge
 }
 
 double CalculatorFieldValue(const QLineEdit* field, char decimalCharacter) {
-    return FieldValue(field->text().toLatin1().toStdString(), decimalCharacter);
+    return FieldValue(Latin1(field->text()), decimalCharacter);
 }
 
 QString CalculatorText(const std::string& text, char decimalCharacter) {
-    QString shown = QString::fromLatin1(text.c_str());
+    QString shown = Latin1(text);
     if (decimalCharacter != '.') {
         shown.replace('.', QChar::fromLatin1(decimalCharacter));
     }

@@ -1,5 +1,6 @@
 #include "gui/device_dialog.h"
 
+#include "gui/qt_text.h"
 #include "gui/validated_field.h"
 
 #include <QFormLayout>
@@ -12,14 +13,6 @@ namespace quench::gui {
 namespace {
 
 namespace words = device_dialog_words;
-
-QString Text(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-QString Latin1(const std::string& text) {
-    return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 ValidatedField* MakeField(const char* name, const TextAttribute& limits, QWidget* parent) {
     auto* field = new ValidatedField(parent);
@@ -76,9 +69,8 @@ void DeviceDialog::ShowNames() {
 }
 
 void DeviceDialog::Apply() {
-    const DeviceNames typed{name_->text().toLatin1().toStdString(),
-                            longAbbreviation_->text().toLatin1().toStdString(),
-                            shortAbbreviation_->text().toLatin1().toStdString()};
+    const DeviceNames typed{Latin1(name_->text()), Latin1(longAbbreviation_->text()),
+                            Latin1(shortAbbreviation_->text())};
     ApplyDeviceNames(project_, typed);
     ShowNames(); // the fields show what was stored
     emit Applied();

@@ -2,6 +2,7 @@
 
 #include "core/formats.h"
 #include "entry/field_rules.h"
+#include "gui/qt_text.h"
 #include "gui/validated_field.h"
 #include "gui/window_placement.h"
 
@@ -14,17 +15,9 @@
 
 namespace quench::gui {
 
-namespace {
-
-QString Plain(double value) {
-    return QString::fromStdString(NumberText(value));
-}
-
-} // namespace
-
 DisplayingWindow::DisplayingWindow(const QString& title, bool demandMode, IniFileHandler settings,
-                                   QWidget* parent)
-    : QDialog(parent, Qt::Tool),
+                                   char decimalCharacter, QWidget* parent)
+    : QDialog(parent, Qt::Tool), decimalCharacter_(decimalCharacter),
       initialDamping_(Box("txtInitDampFact", NumberFieldKind::DampingFactor)),
       minimumDamping_(Box("txtMinDampFactor", NumberFieldKind::DampingFactor)),
       maximumIterations_(Box("txtMaxIterations", NumberFieldKind::MaximumIterations)),
@@ -69,19 +62,19 @@ DisplayingWindow::DisplayingWindow(const QString& title, bool demandMode, IniFil
 
     connect(initialDamping_, &ValidatedField::Edited, this, [this](const QString& text) {
         if (!text.isEmpty()) {
-            typed_.InitialDamping = text.toDouble();
+            typed_.InitialDamping = Value(text);
         }
         emit InitialDampingTyped(text);
     });
     connect(minimumDamping_, &ValidatedField::Edited, this, [this](const QString& text) {
         if (!text.isEmpty()) {
-            typed_.MinimumDamping = text.toDouble();
+            typed_.MinimumDamping = Value(text);
         }
         emit MinimumDampingTyped(text);
     });
     connect(maximumIterations_, &ValidatedField::Edited, this, [this](const QString& text) {
         if (!text.isEmpty()) {
-            typed_.IterationLimit = text.toDouble();
+            typed_.IterationLimit = Value(text);
         }
     });
 }
@@ -90,23 +83,30 @@ ValidatedField* DisplayingWindow::Box(const char* name, NumberFieldKind kind) {
     auto* box = new ValidatedField(this);
     box->setObjectName(name);
     const NumberAttribute attribute = NumberAttributeOf(kind);
-    box->SetNumberRules(attribute, '.');
-    box->SetStatusText(QString::fromStdString(ShowRange(attribute)));
+    box->SetNumberRules(attribute, decimalCharacter_);
+    box->SetStatusText(Text(ShowRange(attribute)));
     // A box left below its minimum takes the minimum, as every field does.
-    connect(box, &ValidatedField::Left, this, [box, attribute] {
-        const LeaveOutcome outcome = LeaveNumberField(box->text().toStdString(), attribute, '.');
-        if (outcome.Text != box->text().toStdString()) {
-            box->SetTextQuietly(QString::fromStdString(outcome.Text));
+    connect(box, &ValidatedField::Left, this, [this, box, attribute] {
+        const LeaveOutcome outcome =
+            LeaveNumberField(Latin1(box->text()), attribute, decimalCharacter_);
+        if (outcome.Text != Latin1(box->text())) {
+            box->SetTextQuietly(Latin1(outcome.Text));
             emit box->Edited(box->text());
         }
     });
     return box;
 }
 
+double DisplayingWindow::Value(const QString& text) const {
+    return FieldValue(Latin1(text), decimalCharacter_);
+}
+
 void DisplayingWindow::ShowControls(const IterationControls& controls) {
-    const auto show = [](ValidatedField* box, const std::optional<double>& value) {
+    const auto show = [this](ValidatedField* box, const std::optional<double>& value) {
         if (value && !box->hasFocus()) {
-            box->SetTextQuietly(Plain(*value));
+            QString shown = Latin1(NumberText(*value));
+            shown.replace('.', QChar::fromLatin1(decimalCharacter_));
+            box->SetTextQuietly(shown);
         }
     };
     show(initialDamping_, controls.InitialDamping);
@@ -129,7 +129,7 @@ void DisplayingWindow::Refresh() {
     for (int row = 0; row < IterationListRows; ++row) {
         const IterationCells& cells = rows_.Rows()[static_cast<std::size_t>(row)];
         for (int column = 0; column < IterationListColumns; ++column) {
-            const QString text = QString::fromStdString(cells[static_cast<std::size_t>(column)]);
+            const QString text = Text(cells[static_cast<std::size_t>(column)]);
             QTableWidgetItem* item = list_->item(row, column);
             if (item == nullptr) {
                 item = new QTableWidgetItem;

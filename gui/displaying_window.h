@@ -1,7 +1,8 @@
 #pragma once
 
 // frmDisplaying: the iterations of a run as they come, and three boxes through which the user
-// changes the damping factors and the iteration limit while the run goes on.
+// changes the damping factors and the iteration limit while the run goes on. The boxes read and
+// show numbers with the program's decimal character.
 
 #include "core/progress.h"
 #include "core/settings.h"
@@ -22,7 +23,7 @@ class DisplayingWindow : public QDialog {
 
 public:
     DisplayingWindow(const QString& title, bool demandMode, IniFileHandler settings,
-                     QWidget* parent = nullptr);
+                     char decimalCharacter = '.', QWidget* parent = nullptr);
 
     // The values the boxes show; a box the user is typing in keeps its text.
     void ShowControls(const IterationControls& controls);
@@ -52,7 +53,9 @@ protected:
 private:
     ValidatedField* Box(const char* name, NumberFieldKind kind);
     void Refresh();
+    double Value(const QString& text) const;
 
+    char decimalCharacter_; // before the boxes, which are made with it
     ValidatedField* initialDamping_;
     ValidatedField* minimumDamping_;
     ValidatedField* maximumIterations_;

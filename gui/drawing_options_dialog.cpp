@@ -1,6 +1,7 @@
 #include "gui/drawing_options_dialog.h"
 
 #include "core/formats.h"
+#include "gui/qt_text.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -38,8 +39,7 @@ DrawingOptionsDialog::DrawingOptionsDialog(const DrawingImportOptions& current, 
       numberTexts_(new QCheckBox("Number nodes from the drawing's number texts", this)),
       note_(new QLabel(this)) {
     setObjectName("frmDXFImportOptions");
-    setWindowTitle(QString::fromUtf8(drawing_texts::OptionsTitle.data(),
-                                     static_cast<int>(drawing_texts::OptionsTitle.size())));
+    setWindowTitle(Text(drawing_texts::OptionsTitle));
     layers_->setObjectName("txtLayers");
     snap_->setObjectName("txtSnap");
     units_->setObjectName("cboUnits");

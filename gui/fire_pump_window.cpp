@@ -1,6 +1,8 @@
 #include "gui/fire_pump_window.h"
 
+#include "entry/pump_point_units.h"
 #include "gui/pump_curve_chart.h"
+#include "gui/qt_text.h"
 
 #include <QCheckBox>
 #include <QCloseEvent>
@@ -14,18 +16,12 @@
 #include <QVBoxLayout>
 
 namespace quench::gui {
-namespace {
-
-QString Text(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-} // namespace
 
 FirePumpWindow::FirePumpWindow(Project& project, std::filesystem::path database, Dialogs& dialogs,
-                               QWidget* parent)
-    : QDialog(parent), project_(project), editor_(std::move(database), dialogs),
-      pumps_(new QComboBox), copySource_(new QComboBox),
+                               MeasureSystem system, QWidget* parent)
+    : QDialog(parent), project_(project), editor_(std::move(database), dialogs), system_(system),
+      pumps_(new QComboBox), copySource_(new QComboBox), units_(new QComboBox),
+      flowHeading_(new QLabel), pressureHeading_(new QLabel),
       feetOfHead_(new QCheckBox(FeetOfHeadCaption)), curveText_(new QLabel), source_(new QLabel),
       chart_(new PumpCurveChart) {
     setWindowTitle("Fire Pump");
@@ -34,7 +30,7 @@ FirePumpWindow::FirePumpWindow(Project& project, std::filesystem::path database,
         bool ok = false;
         const QString name =
             QInputDialog::getText(this, AddPumpTitle, AddPumpPrompt, QLineEdit::Normal, {}, &ok);
-        return ok ? std::optional(name.toStdString()) : std::nullopt;
+        return ok ? std::optional(Utf8(name)) : std::nullopt;
     };
     editor_.Open(project_);
     BuildLayout();
@@ -46,6 +42,24 @@ void FirePumpWindow::UseNameSource(std::function<std::optional<std::string>()> s
     nameSource_ = std::move(source);
 }
 
+void FirePumpWindow::SwitchUnits(MeasureSystem system) {
+    system_ = system;
+    Show();
+}
+
+UnitKind FirePumpWindow::PressureKind() const {
+    return PumpPressureKind(editor_.FeetOfHead());
+}
+
+QString FirePumpWindow::CurveText() const {
+    if (!editor_.IsCalculated() || system_ == MeasureSystem::US) {
+        return Text(editor_.CurveText());
+    }
+    return Text(ShownPumpCurveText(editor_.Coefficients(),
+                                   static_cast<int>(editor_.GivenPoints().size()),
+                                   editor_.FeetOfHead(), system_));
+}
+
 void FirePumpWindow::BuildLayout() {
     auto* introduction = new QLabel(FirePumpIntroductionText);
     introduction->setWordWrap(true);
@@ -53,8 +67,8 @@ void FirePumpWindow::BuildLayout() {
     apply->setWordWrap(true);
 
     auto* points = new QGridLayout;
-    points->addWidget(new QLabel("Flow (gpm)"), 0, 1);
-    points->addWidget(new QLabel("Pressure"), 0, 2);
+    points->addWidget(flowHeading_, 0, 1);
+    points->addWidget(pressureHeading_, 0, 2);
     for (int point = 0; point < MaximumCurvePoints; ++point) {
         flows_[point] = new QLineEdit;
         pressures_[point] = new QLineEdit;
@@ -70,6 +84,12 @@ void FirePumpWindow::BuildLayout() {
         }
     }
     points->addWidget(feetOfHead_, MaximumCurvePoints + 1, 1, 1, 2);
+    units_->addItems({"US units", "SI units"});
+    units_->setObjectName("uomSystem");
+    points->addWidget(new QLabel("Units"), MaximumCurvePoints + 2, 0);
+    points->addWidget(units_, MaximumCurvePoints + 2, 1, 1, 2);
+    connect(units_, &QComboBox::activated, this,
+            [this](int index) { SwitchUnits(index == 1 ? MeasureSystem::SI : MeasureSystem::US); });
     connect(feetOfHead_, &QCheckBox::clicked, this, [this](bool checked) {
         editor_.SetFeetOfHead(checked);
         Show();
@@ -144,21 +164,32 @@ void FirePumpWindow::Show() {
     source_->setText(editor_.CurrentPump() == 0
                          ? QString(ManualInputCaption)
                          : QString("Pump: %1").arg(Text(editor_.CurrentPumpName())));
+    const bool feet = editor_.FeetOfHead();
     for (int point = 0; point < MaximumCurvePoints; ++point) {
-        flows_[point]->setText(Text(editor_.FlowText(point)));
-        pressures_[point]->setText(Text(editor_.PressureText(point)));
+        flows_[point]->setText(
+            Text(ShownPumpText(UnitKind::Volumetric_Flow, editor_.FlowText(point), system_)));
+        pressures_[point]->setText(
+            Text(ShownPumpText(PressureKind(), editor_.PressureText(point), system_)));
     }
-    feetOfHead_->setChecked(editor_.FeetOfHead());
-    curveText_->setText(Text(editor_.CurveText()));
-    chart_->SetCurve(editor_.GivenPoints(),
-                     editor_.IsCalculated() ? &editor_.Coefficients() : nullptr,
-                     editor_.FeetOfHead() ? "ft" : "psi");
+    feetOfHead_->setChecked(feet);
+    units_->setCurrentIndex(system_ == MeasureSystem::SI ? 1 : 0);
+    const QString flowUnit = Text(PumpFlowUnit(system_));
+    const QString pressureUnit = Text(PumpPressureUnit(feet, system_));
+    flowHeading_->setText(QString("Flow (%1)").arg(flowUnit));
+    pressureHeading_->setText(QString("%1 (%2)").arg(feet ? "Head" : "Pressure", pressureUnit));
+    curveText_->setText(CurveText());
+    const PumpCoefficientArray coefficients =
+        ShownPumpCoefficients(editor_.Coefficients(), feet, system_);
+    chart_->SetCurve(ShownPumpPoints(editor_.GivenPoints(), feet, system_),
+                     editor_.IsCalculated() ? &coefficients : nullptr, pressureUnit, flowUnit);
 }
 
 void FirePumpWindow::PointEdited(int point, bool flow) {
-    const std::string text = (flow ? flows_ : pressures_).at(point)->text().toStdString();
-    flow ? editor_.SetFlowText(point, text) : editor_.SetPressureText(point, text);
-    curveText_->setText(Text(editor_.CurveText()));
+    const std::string shown = Utf8((flow ? flows_ : pressures_).at(point)->text());
+    const UnitKind kind = flow ? UnitKind::Volumetric_Flow : PressureKind();
+    const std::string held = HeldPumpText(kind, shown, system_);
+    flow ? editor_.SetFlowText(point, held) : editor_.SetPressureText(point, held);
+    curveText_->setText(CurveText());
 }
 
 void FirePumpWindow::PointLeft(int point, bool flow) {

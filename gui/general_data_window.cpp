@@ -1,6 +1,7 @@
 #include "gui/general_data_window.h"
 
 #include "entry/general_data_words.h"
+#include "gui/qt_text.h"
 #include "gui/validated_field.h"
 
 #include <QCheckBox>
@@ -20,14 +21,6 @@ namespace {
 using enum GeneralField;
 
 constexpr const char* ScreenName = "frmGPD";
-
-QString Latin1(const std::string& text) {
-    return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-QString Text(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 // Columns of a line: label, field, unit, help button.
 constexpr int LabelColumn = 0;
@@ -194,8 +187,7 @@ QWidget* GeneralDataWindow::BuildSystemTab() {
 // --- Events
 
 void GeneralDataWindow::FieldEdited(GeneralField field, const QString& text) {
-    const GeneralDataEditor::EditOutcome outcome =
-        rules_.Edit(field, text.toLatin1().toStdString());
+    const GeneralDataEditor::EditOutcome outcome = rules_.Edit(field, Latin1(text));
     const QString kept = Latin1(rules_.Text(field));
     if (kept != fields_[field]->text()) {
         fields_[field]->SetTextQuietly(kept);
@@ -230,7 +222,7 @@ void GeneralDataWindow::ShowHelp(GeneralField field) {
     request.Key = FieldInfo(field).HelpKey;
     // The line tells the two test columns, which share their keys, apart.
     request.OriginRow = static_cast<int>(field);
-    request.FieldText = fields_[field]->text().toLatin1().toStdString();
+    request.FieldText = Latin1(fields_[field]->text());
     request.Screen = ScreenName;
     help_.Show(request);
 }

@@ -1,5 +1,7 @@
 #include "gui/help_window.h"
 
+#include "gui/qt_text.h"
+
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -15,17 +17,8 @@ namespace quench::gui {
 
 namespace {
 
-QString Latin1(const std::string& text) {
-    return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-// Texts of the lists carry "²" and the like: they are written in UTF-8.
-QString Utf8(const std::string& text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 QLabel* TitleLabel(const std::string& text, QWidget* parent) {
-    auto* label = new QLabel(Utf8(text), parent);
+    auto* label = new QLabel(Text(text), parent);
     label->setObjectName("lblHelpTitle");
     QFont font = label->font();
     font.setBold(true);
@@ -37,7 +30,7 @@ QLabel* TitleLabel(const std::string& text, QWidget* parent) {
 }
 
 QLabel* DescriptionLabel(const std::string& text, QWidget* parent) {
-    auto* label = new QLabel(Utf8(text), parent);
+    auto* label = new QLabel(Text(text), parent);
     label->setObjectName("lblHelpDescription");
     label->setWordWrap(true);
     label->setTextFormat(Qt::PlainText);
@@ -52,7 +45,7 @@ HelpWindow::HelpWindow(const HelpContent& content, QWidget* parent)
     : QDialog(parent), title_(TitleLabel(content.Title, this)),
       description_(DescriptionLabel(content.Description, this)) {
     setObjectName("frmHelp");
-    setWindowTitle(Utf8(content.Title));
+    setWindowTitle(Text(content.Title));
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(title_);
     layout->addWidget(description_);
@@ -87,7 +80,7 @@ HelpListWindow::HelpListWindow(HelpContent content, QWidget* parent)
       entry_(new QLineEdit(this)), ok_(new QPushButton("&OK", this)),
       cancel_(new QPushButton("&Cancel", this)) {
     setObjectName("frmHelpWithList");
-    setWindowTitle(Utf8(content_.Title));
+    setWindowTitle(Text(content_.Title));
     list_->setObjectName("lstHelp");
     list_->setRootIsDecorated(false);
     list_->setAllColumnsShowFocus(true);
@@ -100,7 +93,7 @@ HelpListWindow::HelpListWindow(HelpContent content, QWidget* parent)
     list_->setColumnCount(static_cast<int>(std::max<std::size_t>(columns, 1)));
     QStringList headings;
     for (const std::string& heading : pick.Headings) {
-        headings << Utf8(heading);
+        headings << Text(heading);
     }
     list_->setHeaderLabels(headings);
     list_->header()->setObjectName("Mh3dList1");
@@ -108,7 +101,7 @@ HelpListWindow::HelpListWindow(HelpContent content, QWidget* parent)
     for (const auto& row : pick.Rows) {
         QStringList cells;
         for (const std::string& cell : row) {
-            cells << Utf8(cell);
+            cells << Text(cell);
         }
         list_->addTopLevelItem(new QTreeWidgetItem(cells));
     }
@@ -120,11 +113,11 @@ HelpListWindow::HelpListWindow(HelpContent content, QWidget* parent)
     }
     // A list without rows shows its text (and its note) alone.
     list_->setVisible(!pick.Rows.empty());
-    auto* note = new QLabel(Utf8(pick.Note), this);
+    auto* note = new QLabel(Text(pick.Note), this);
     note->setWordWrap(true);
     note->setVisible(!pick.Note.empty());
 
-    auto* entryLabel = new QLabel(Utf8(content_.EntryLabel), this);
+    auto* entryLabel = new QLabel(Text(content_.EntryLabel), this);
     entryLabel->setObjectName("lblDefaultValue");
     entry_->setObjectName("txtDefaultValue");
     if (content_.EntryLimits.MaxLength > 0) {
@@ -171,7 +164,7 @@ HelpListWindow::HelpListWindow(HelpContent content, QWidget* parent)
 
 void HelpListWindow::TakeChoice() {
     // A value typed under the list wins over the row that stands selected.
-    choice_ = TypedValue(content_, entry_->text().toLatin1().toStdString());
+    choice_ = TypedValue(content_, Latin1(entry_->text()));
     if (!choice_) {
         QTreeWidgetItem* item = list_->currentItem();
         if (item != nullptr) {

@@ -25,6 +25,7 @@
 #include "gui/qt_text.h"
 #include "gui/report_commands.h"
 #include "gui/report_preview.h"
+#include "gui/table_rows.h"
 #include "gui/temp_file_dialog.h"
 #include "gui/window_placement.h"
 #include "library/equivalent_length.h"
@@ -332,7 +333,9 @@ void MainFrame::Dispatch(const QString& key) {
     } else if (key == "ToolPumpDB") {
         OpenFirePump();
     } else if (key == "ToolOptions") {
-        OpenBox(new OptionsDialog(settings_, dialogs_, decimalCharacter_, this));
+        auto* options = new OptionsDialog(settings_, dialogs_, decimalCharacter_, this);
+        connect(options, &QDialog::accepted, this, &MainFrame::FitPipeRows);
+        OpenBox(options);
     } else if (key == "ToolTipOfTheDay") {
         OpenBox(new TipOfTheDayDialog(library_.File.parent_path() / std::string(TipsFileName),
                                       settings_, this));
@@ -559,6 +562,14 @@ void MainFrame::ShowPipeData() {
             [this] { OpenDeviceDialog(project_, this); });
     connect(screen, &PipeDataWindow::PumpScreenWanted, this, [this] { OpenFirePump(); });
     pipeDataWindow_->show();
+    FitPipeRows();
+}
+
+void MainFrame::FitPipeRows() {
+    if (PipeDataWindow* pipes = PipeData()) {
+        FitWindowToTableRows(*pipeDataWindow_, *pipes->Table(), NumOfPipesToDisplay(settings_),
+                             area_->viewport()->height() - pipeDataWindow_->y());
+    }
 }
 
 GeneralDataWindow* MainFrame::GeneralData() const {
@@ -685,10 +696,18 @@ void MainFrame::OpenPipeLibrary() {
 
 void MainFrame::OpenFirePump() {
     auto* screen = new FirePumpWindow(
-        project_, library_.File.parent_path() / std::string(PumpDatabaseFileName), dialogs_, this);
+        project_, library_.File.parent_path() / std::string(PumpDatabaseFileName), dialogs_,
+        Units(), this);
     screen->setAttribute(Qt::WA_DeleteOnClose);
-    // The pump row's Loss field and the title's modified mark follow the curve passed.
-    connect(screen, &QDialog::accepted, this, [this] { ProjectStateChanged(); });
+    // The pump row's Loss field and the title's modified mark follow the curve passed; the pipe
+    // table keeps its current cell and its history of edits.
+    connect(screen, &QDialog::accepted, this, [this] {
+        setWindowTitle(Text(lifecycle_.Title()));
+        UpdateCommands();
+        if (PipeDataWindow* pipes = PipeData()) {
+            pipes->ShowRowsAgain();
+        }
+    });
     screen->open();
 }
 

@@ -122,6 +122,8 @@ private:
     void UpdateCommands();
     void ShowCalculation();
     void ShowPipeData();
+    // The pipe screen as tall as the rows the options ask to see at once.
+    void FitPipeRows();
     void ShowGeneralData();
     void ShowNodalEditor();
     // A project screen as a window of the MDI area, placed as it stood last time.

@@ -2,6 +2,7 @@
 
 #include "core/settings_keys.h"
 #include "entry/general_data_words.h"
+#include "gui/qt_text.h"
 
 #include <QAction>
 #include <QFocusEvent>
@@ -24,18 +25,6 @@ constexpr int NumberColumn = 0;
 constexpr int FirstFieldColumn = 1;
 constexpr int ScrollColumn = FirstFieldColumn + NodeFieldCount;
 constexpr int MaximumVisibleRows = 100;
-
-QString Latin1(const std::string& text) {
-    return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-QString Text(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-std::string Bytes(const QString& text) {
-    return text.toLatin1().toStdString();
-}
 
 NodeField FieldAt(int index) {
     return static_cast<NodeField>(index);
@@ -85,7 +74,7 @@ void NodeLineField::keyPressEvent(QKeyEvent* event) {
         return;
     }
     FieldState state;
-    state.Text = Bytes(text());
+    state.Text = Latin1(text());
     if (hasSelectedText()) {
         state.SelectionStart = static_cast<int>(selectionStart());
         state.SelectionLength = static_cast<int>(selectedText().size());
@@ -301,7 +290,7 @@ void NodeEditorWindow::FieldEdited(int visibleRow, NodeField field, const QStrin
     if (!undo_.Begun()) {
         undo_.Begin(project_); // one step of Undo from the first key to leaving the field
     }
-    const QString kept = Latin1(rules_.Change(line, field, Bytes(text)));
+    const QString kept = Latin1(rules_.Change(line, field, Latin1(text)));
     NodeLineField* widget = Field(visibleRow, field);
     if (kept != widget->text()) {
         widget->SetTextQuietly(kept);
@@ -315,8 +304,8 @@ void NodeEditorWindow::FieldLeft(int visibleRow, NodeField field) {
         return;
     }
     NodeLineField* widget = Field(visibleRow, field);
-    const LeaveOutcome outcome = rules_.Leave(line, field, Bytes(widget->text()));
-    if (outcome.Text != Bytes(widget->text())) {
+    const LeaveOutcome outcome = rules_.Leave(line, field, Latin1(widget->text()));
+    if (outcome.Text != Latin1(widget->text())) {
         widget->SetTextQuietly(Latin1(outcome.Text));
         screens_.Send("frmEEPipeData", NodeDataChangedWord);
     }

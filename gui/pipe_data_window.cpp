@@ -348,7 +348,9 @@ void PipeDataWindow::Reload() {
 }
 
 void PipeDataWindow::ShowRowsAgain() {
+    const QModelIndex current = view_->currentIndex(); // the cell being typed in stays current
     model_->Reload();
+    view_->setCurrentIndex(model_->index(current.row(), current.column()));
     Refresh();
 }
 

@@ -2,6 +2,7 @@
 
 #include "core/formats.h"
 #include "core/text.h"
+#include "gui/qt_text.h"
 
 #include <algorithm>
 #include <optional>
@@ -18,14 +19,6 @@
 
 namespace quench::gui {
 namespace {
-
-QString Text(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-std::string Utf8(const QString& text) {
-    return text.toStdString();
-}
 
 constexpr const char* CloseWithChangesText =
     "Data for the last specified pipe material has been changed.  Do you really want to discard "

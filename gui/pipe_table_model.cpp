@@ -1,5 +1,7 @@
 #include "gui/pipe_table_model.h"
 
+#include "gui/qt_text.h"
+
 #include <QBrush>
 #include <QColor>
 #include <QKeyEvent>
@@ -8,14 +10,6 @@
 namespace quench::gui {
 
 namespace {
-
-QString Text(const std::string& text) {
-    return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-std::string Latin1(const QString& text) {
-    return text.toLatin1().toStdString();
-}
 
 int PipeRow(const QModelIndex& index) {
     return index.row() + 1;
@@ -70,7 +64,7 @@ QVariant PipeTableModel::data(const QModelIndex& index, int role) const {
     }
     const RowView& view = View(PipeRow(index));
     if (role == Qt::DisplayRole || role == Qt::EditRole) {
-        return view.Blank ? QString() : Text(view[column]);
+        return view.Blank ? QString() : Latin1(view[column]);
     }
     if (view.Blank) {
         return {};
@@ -103,7 +97,7 @@ QVariant PipeTableModel::headerData(int section, Qt::Orientation orientation, in
     if (orientation == Qt::Vertical) {
         return section + 1;
     }
-    QString caption = Text(ColumnCaption(ColumnAt(section), table_.Model()));
+    QString caption = Latin1(ColumnCaption(ColumnAt(section), table_.Model()));
     caption.replace(' ', '\n');
     return caption;
 }
@@ -194,7 +188,7 @@ void PipeCellEditor::keyPressEvent(QKeyEvent* event) {
         if (text() != before) {
             const std::string tested =
                 model_.Table().TestOnChange(ColumnAt(index_.column()), Latin1(text()));
-            setText(Text(tested));
+            setText(Latin1(tested));
             setModified(true);
             model_.ChangeCell(index_, text());
         }
@@ -215,7 +209,7 @@ void PipeCellEditor::keyPressEvent(QKeyEvent* event) {
     if (!outcome.Accepted) {
         return; // a refused key leaves no trace
     }
-    setText(Text(outcome.Field.Text));
+    setText(Latin1(outcome.Field.Text));
     setCursorPosition(outcome.Field.SelectionStart);
     setModified(true); // the model's refresh of this row leaves a typed text alone
     model_.ChangeCell(index_, text());

@@ -2,6 +2,7 @@
 
 #include "core/settings_keys.h"
 #include "entry/tips.h"
+#include "gui/qt_text.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -16,14 +17,6 @@
 #include <QVBoxLayout>
 
 namespace quench::gui {
-namespace {
-
-QString Text(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-} // namespace
-
 OptionsDialog::OptionsDialog(IniFileHandler settings, Dialogs& dialogs, char decimalCharacter,
                              QWidget* parent)
     : QDialog(parent), settings_(std::move(settings)), dialogs_(dialogs),
@@ -76,7 +69,7 @@ ProgramOptions OptionsDialog::Shown() const {
     options.ConfirmPipeDeletion = confirm_->isChecked();
     options.VisiblePipes = rows_->value();
     options.ShowTipsAtStartup = tips_->isChecked();
-    options.CompanyLine = company_->text().toStdString();
+    options.CompanyLine = Utf8(company_->text());
     options.DecimalCharacter = decimal_->currentData().toChar().toLatin1();
     return options;
 }

@@ -49,12 +49,13 @@ PumpCurveChart::PumpCurveChart(QWidget* parent) : QWidget(parent) {
 }
 
 void PumpCurveChart::SetCurve(std::vector<CurvePoint> points,
-                              const PumpCoefficientArray* coefficients,
-                              const QString& pressureUnit) {
+                              const PumpCoefficientArray* coefficients, const QString& pressureUnit,
+                              const QString& flowUnit) {
     points_ = std::move(points);
     fitted_ = coefficients != nullptr;
     coefficients_ = fitted_ ? *coefficients : PumpCoefficientArray{};
     pressureUnit_ = pressureUnit;
+    flowUnit_ = flowUnit;
     FindLimits();
     update();
 }
@@ -121,7 +122,7 @@ void PumpCurveChart::paintEvent(QPaintEvent* /*event*/) {
                                  y + metrics.ascent() / 2.0),
                          pressure);
     }
-    painter.drawText(QPointF(frame.center().x() - 40, height() - 6), "Flowrate gpm");
+    painter.drawText(QPointF(frame.center().x() - 40, height() - 6), "Flowrate " + flowUnit_);
     painter.drawText(QPointF(4, metrics.height()), "Pressure " + pressureUnit_);
 
     if (overflowed_) {

@@ -22,9 +22,10 @@ class PumpCurveChart : public QWidget {
 public:
     explicit PumpCurveChart(QWidget* parent = nullptr);
 
-    // The points and, when fitted, the curve through them; pressures in `pressureUnit`.
+    // The points and, when fitted, the curve through them; pressures in `pressureUnit`, flows in
+    // `flowUnit`.
     void SetCurve(std::vector<CurvePoint> points, const PumpCoefficientArray* coefficients,
-                  const QString& pressureUnit);
+                  const QString& pressureUnit, const QString& flowUnit = "gpm");
     // True when the last curve overflowed and was not drawn.
     bool Overflowed() const { return overflowed_; }
     // The largest flow and pressure the frame shows.
@@ -45,6 +46,7 @@ private:
     double flowLimit_ = 1;
     double pressureLimit_ = 1;
     QString pressureUnit_ = "psi";
+    QString flowUnit_ = "gpm";
 };
 
 } // namespace quench::gui

@@ -1,5 +1,7 @@
 #include "gui/report_options_dialog.h"
 
+#include "gui/qt_text.h"
+
 #include <QCheckBox>
 #include <QColorDialog>
 #include <QDialogButtonBox>
@@ -75,8 +77,7 @@ QWidget* ReportOptionsDialog::SectionBox() {
     auto* box = new QGroupBox("Reports");
     auto* layout = new QVBoxLayout(box);
     for (const ReportSectionName& name : ReportSectionNames()) {
-        AddCheck(box, layout, QString::fromUtf8(name.Key.data(), name.Key.size()),
-                 QString::fromUtf8(name.Caption.data(), name.Caption.size()),
+        AddCheck(box, layout, Text(name.Key), Text(name.Caption),
                  &options_.Sections[static_cast<std::size_t>(name.Section)]);
         if (name.Section == ReportSection::InputPipeData) {
             AddCheck(box, layout, "chkInputPipeFittingData", "Input Pipe Fitting Data",

@@ -1,5 +1,7 @@
 #include "gui/report_preview.h"
 
+#include "gui/qt_text.h"
+
 #include <QAction>
 #include <QComboBox>
 #include <QLabel>
@@ -83,10 +85,7 @@ void ReportPreview::FillReportList() {
     for (std::size_t section = 0; section < names.size(); ++section) {
         const int page = outcome_.SectionPages[section];
         if (page > 0) {
-            reports_->addItem(
-                QString::fromUtf8(names[section].Caption.data(),
-                                  static_cast<qsizetype>(names[section].Caption.size())),
-                page);
+            reports_->addItem(Text(names[section].Caption), page);
         }
     }
     pageNumber_->setMaximum(std::max(1, PageCount()));

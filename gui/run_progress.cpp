@@ -1,16 +1,10 @@
 #include "gui/run_progress.h"
 
+#include "gui/qt_text.h"
+
 #include <QCoreApplication>
 
 namespace quench::gui {
-
-namespace {
-
-QString Text(std::string_view text) {
-    return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-} // namespace
 
 RunProgress::RunProgress(QWidget* owner) : status_(new StatusWindow(owner)) {
     connect(status_, &StatusWindow::CancelClicked, this, [this] { cancelRequested_ = true; });
@@ -42,11 +36,11 @@ void RunProgress::CloseStatus() {
 }
 
 void RunProgress::SetCaption(std::string_view caption) {
-    status_->setWindowTitle(Text(caption));
+    status_->setWindowTitle(Latin1(caption));
 }
 
 void RunProgress::SetLabel(std::string_view label) {
-    status_->SetLabel(Text(label));
+    status_->SetLabel(Latin1(label));
 }
 
 void RunProgress::SetGauge(int percent) {
@@ -69,19 +63,19 @@ void RunProgress::CloseDisplay() {
 
 void RunProgress::SetStatusText(std::string_view text) {
     if (IsDisplayOpen()) {
-        display_->SetStatusText(Text(text));
+        display_->SetStatusText(Latin1(text));
     }
 }
 
 void RunProgress::SetPercentText(std::string_view text) {
     if (IsDisplayOpen()) {
-        display_->SetPercentText(Text(text));
+        display_->SetPercentText(Latin1(text));
     }
 }
 
 void RunProgress::SetHmdText(std::string_view text) {
     if (IsDisplayOpen()) {
-        display_->SetHmdText(Text(text));
+        display_->SetHmdText(Latin1(text));
     }
 }
 

@@ -50,7 +50,7 @@ std::map<double, double> TypedEstimates(const Project& project) {
 TableRow NodeRow(const ReportDocument& document, int row,
                  const std::map<double, double>& estimates) {
     const NodeRecord& node = document.Node(row);
-    const double typed = node.Number == InflowNodeCode ? document.Model.InflowNode : node.Number;
+    const double typed = TypedNodeNumber(document.Model, static_cast<double>(node.Number));
     const auto estimate = estimates.find(typed);
     const double pressure = document.Shown(UnitKind::Pressure_Drop,
                                            estimate == estimates.end() ? 0.0 : estimate->second);

@@ -69,7 +69,7 @@ int ReportDocument::ResultCount() const {
 }
 
 std::string ReportDocument::NodeText(double number) const {
-    return Format(number == InflowNodeCode ? Model.InflowNode : number, "##0");
+    return Format(TypedNodeNumber(Model, number), "##0");
 }
 
 std::string ReportDocument::NodeText(std::string_view text) const {

@@ -19,7 +19,7 @@ TypedRows::TypedRows(const Project& project) : project_(project) {
 }
 
 double TypedRows::Typed(double number) const {
-    return number == InflowNodeCode ? project_.InflowNode : number;
+    return TypedNodeNumber(project_, number);
 }
 
 int TypedRows::Find(double begin, double end) const {

@@ -82,7 +82,7 @@ private:
             return AfterDevices();
         case Phase::HmdRound:
             if (governing_) {
-                return Phase::Accept;
+                return PassConverged() ? Phase::Accept : Phase::PassStart;
             }
             state_.PassMark = false;
             if (state_.Options.DemandMode && state_.DensityNode == 0) {
@@ -437,6 +437,10 @@ private:
     }
 
     // Back for another pass while not converged or short of density.
+    bool PassConverged() const {
+        return state_.MaximumImbalance <= state_.Options.Tolerance && state_.NotConverged != 1;
+    }
+
     Phase ConvergenceCheck() {
         const bool shortOfDensity =
             state_.Options.DemandMode && DensityShortfall() > DensityShortfallTolerance;

@@ -1,5 +1,7 @@
 #include "gui/report_painter/painted_document.h"
 
+#include "gui/qt_text.h"
+
 #include <cmath>
 
 #include <QColor>
@@ -12,10 +14,6 @@ namespace {
 
 QColor ToColor(Rgb color) {
     return QColor(color.Red, color.Green, color.Blue);
-}
-
-QString ToText(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
 } // namespace
@@ -47,7 +45,7 @@ const PaintCanvas::Metrics& PaintCanvas::MetricsOf(const FontSpec& font) const {
 }
 
 int PaintCanvas::MeasureWidth(const FontSpec& font, std::string_view text) const {
-    return static_cast<int>(std::ceil(MetricsOf(font).Measure.horizontalAdvance(ToText(text))));
+    return static_cast<int>(std::ceil(MetricsOf(font).Measure.horizontalAdvance(gui::Text(text))));
 }
 
 int PaintCanvas::FontHeight(const FontSpec& font) const {
@@ -79,7 +77,7 @@ void PaintCanvas::DrawText(int left, int top, const FontSpec& font, Rgb color,
     item.What = PaintItem::Kind::Text;
     item.Left = left;
     item.Top = top;
-    item.Text = ToText(text);
+    item.Text = gui::Text(text);
     item.Font = font;
     item.Color = color;
     document_.Pages.back().push_back(std::move(item));

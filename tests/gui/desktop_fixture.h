@@ -61,9 +61,12 @@ private:
     }
 };
 
-// The program as one start of it sees the scratch directories.
+// The program as one start of it sees the scratch directories. The libraries lie in
+// `programDirectory`: a test that writes them passes a copy.
 struct Desktop {
-    explicit Desktop(const std::filesystem::path& root) : Model(std::make_unique<Project>()) {
+    explicit Desktop(const std::filesystem::path& root,
+                     const std::filesystem::path& programDirectory = DataDirectory())
+        : Model(std::make_unique<Project>()) {
         std::filesystem::create_directories(root / "projects");
         gui::FrameSetup setup;
         setup.Model = Model.get();
@@ -72,7 +75,7 @@ struct Desktop {
         setup.Settings = IniFileHandler(root / "QUENCH.ini");
         setup.ProjectsDirectory = root / "projects";
         setup.ToolbarLayoutFile = root / "toolbar.lyt";
-        setup.Library = LoadPipeLibrary(PipeLibraryPath(DataDirectory()));
+        setup.Library = LoadPipeLibrary(PipeLibraryPath(programDirectory));
         Frame = std::make_unique<gui::MainFrame>(std::move(setup));
         Frame->show();
     }

@@ -1,3 +1,4 @@
+#include "entry/pump_point_units.h"
 #include "gui/fire_pump_window.h"
 #include "gui/pipe_library_window.h"
 #include "gui/pump_curve_chart.h"
@@ -73,6 +74,58 @@ TEST(FirePumpWindow, FourPointsAreFittedDrawnAndPassedToTheProject) {
     gui::FirePumpWindow again(project, scratch / "Pump.Dat", dialogs);
     EXPECT_EQ(again.Rules().GivenPoints().size(), 4U);
     EXPECT_EQ(again.Text2(3)->text(), "82");
+}
+
+TEST(FirePumpWindow, PointsTypedInSIAreHeldInTheModelsUnits) {
+    ScratchDirectory scratch;
+    Project project;
+    ScriptedDialogs dialogs;
+    gui::FirePumpWindow window(project, scratch / "Pump.Dat", dialogs, MeasureSystem::SI);
+    EXPECT_EQ(window.uomSystem()->currentIndex(), 1);
+    // Litres per minute and kPa, as a metric data sheet gives them.
+    const std::vector<CurvePoint> metric = {{0, 830}, {1900, 790}, {3800, 715}, {5700, 565}};
+    TypePoints(window, metric);
+    window.Command("Calculate");
+    ASSERT_TRUE(window.Rules().IsCalculated());
+    const std::vector<CurvePoint> held = window.Rules().GivenPoints();
+    ASSERT_EQ(held.size(), 4U);
+    EXPECT_NEAR(held[2].Flow, 3800 / 3.785411784, 1e-9);
+    EXPECT_NEAR(held[2].Pressure, 715 / 6.894757293168361, 1e-9);
+    EXPECT_EQ(window.Text1(2)->text(), "3800");
+    // The curve's text is the curve through the points as they stand on the screen.
+    const CurveFit shownFit = FitPumpCurve(metric);
+    ASSERT_EQ(shownFit.Status, CurveFitStatus::Fitted);
+    EXPECT_TRUE(window.CurveLabel()->text().startsWith("Head = 830 + "));
+    EXPECT_EQ(window.CurveLabel()->text().toStdString(),
+              ShownPumpCurveText(window.Rules().Coefficients(), 4, false, MeasureSystem::SI));
+    EXPECT_GE(window.Chart()->FlowLimit(), 5700);
+
+    // A switch of units converts what is shown, never what is held.
+    const PumpCoefficientArray coefficients = window.Rules().Coefficients();
+    window.uomSystem()->setCurrentIndex(0);
+    emit window.uomSystem()->activated(0);
+    EXPECT_EQ(window.Rules().GivenPoints(), held);
+    EXPECT_EQ(window.Rules().Coefficients(), coefficients);
+    EXPECT_EQ(window.Text2(0)->text().toStdString(), window.Rules().PressureText(0));
+    EXPECT_EQ(window.CurveLabel()->text().toStdString(), window.Rules().CurveText());
+    window.uomSystem()->setCurrentIndex(1);
+    emit window.uomSystem()->activated(1);
+    EXPECT_EQ(window.Text2(3)->text(), "565");
+    EXPECT_EQ(window.Rules().GivenPoints(), held);
+
+    // Feet of head show as metres of head; the numbers held stay.
+    window.chkUnits()->click();
+    EXPECT_EQ(window.Text2(0)->text().toStdString(),
+              ShownPumpText(UnitKind::Length, window.Rules().PressureText(0), MeasureSystem::SI));
+    window.chkUnits()->click();
+
+    window.Command("OKButton");
+    EXPECT_EQ(window.result(), QDialog::Accepted);
+    const std::vector<CurvePoint> stored = ProjectPumpPoints(project.CalculationData);
+    ASSERT_EQ(stored.size(), 4U);
+    EXPECT_NEAR(stored[3].Flow, 5700 / 3.785411784, 1e-3);
+    EXPECT_NEAR(stored[3].Pressure, 565 / 6.894757293168361, 1e-4);
+    EXPECT_EQ(project.CalculationData.PumpCoefficients, coefficients);
 }
 
 TEST(FirePumpWindow, NewPumpIsSavedToTheDatabaseAndChosenAgain) {

@@ -1,16 +1,22 @@
 #include "core/settings_keys.h"
 #include "entry/tips.h"
+#include "gui/pipe_data_window.h"
 #include "gui/program_dialogs.h"
+#include "gui/table_rows.h"
 #include "tests/gui/desktop_fixture.h"
 
 #include <fstream>
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QSpinBox>
+#include <QTableView>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -71,6 +77,47 @@ TEST(OptionsDialog, ValuesSurviveARestartAndBadOnesAreRefused) {
     wrong.DecimalCharacter = ';';
     EXPECT_FALSE(ProgramOptionsProblem(wrong).empty());
     EXPECT_FALSE(WriteProgramOptions(ini, wrong));
+}
+
+TEST(OptionsDialog, ThePipeTableShowsTheRowsAskedFor) {
+    ScratchDirectory scratch;
+    ASSERT_TRUE(IniFileHandler(scratch / "QUENCH.ini")
+                    .MyWriteAppProfileString("Options", "NumOfPipesToDisplay", "24"));
+    testing::Desktop desktop(scratch.Path());
+    gui::MainFrame& frame = *desktop.Frame;
+    frame.resize(1200, 900);
+    frame.Lifecycle().New();
+    frame.Dispatch("ToolEnterEditPipeData");
+    ASSERT_NE(frame.PipeData(), nullptr);
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&frame));
+    const QTableView& table = *frame.PipeData()->Table();
+    EXPECT_EQ(gui::WholeRowsShown(table), 24);
+    EXPECT_GT(table.model()->rowCount(), 24); // the rest scroll
+
+    // Another count chosen in the options: the open table follows at once. A count so small
+    // that the other tabs' fields would not fit leaves the window as tall as they need.
+    const auto choose = [&](int rows) {
+        frame.Dispatch("ToolOptions");
+        auto* options = frame.findChild<gui::OptionsDialog*>();
+        ASSERT_NE(options, nullptr);
+        options->VisiblePipes()->setValue(rows);
+        options->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
+        QApplication::processEvents();
+    };
+    choose(2);
+    EXPECT_EQ(NumOfPipesToDisplay(IniFileHandler(scratch / "QUENCH.ini")), 2);
+    const QWidget& window = *frame.PipeData()->parentWidget();
+    EXPECT_GE(gui::WholeRowsShown(table), 2);
+    EXPECT_EQ(window.height(), window.minimumSizeHint().height());
+    choose(22);
+    EXPECT_EQ(gui::WholeRowsShown(table), 22);
+
+    frame.Dispatch("ToolClose");
+    frame.Lifecycle().New();
+    frame.Dispatch("ToolEnterEditPipeData");
+    ASSERT_NE(frame.PipeData(), nullptr);
+    EXPECT_EQ(gui::WholeRowsShown(*frame.PipeData()->Table()), 22);
+    EXPECT_TRUE(desktop.Dialogs.Empty()) << desktop.Dialogs.LastText();
 }
 
 TEST(TipOfTheDay, ShowsTheTipsInTurnAndKeepsTheStartupChoice) {
