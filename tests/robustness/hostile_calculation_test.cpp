@@ -3,6 +3,7 @@
 // Each run must end with one of the program's messages or with finite results, never a crash,
 // a NaN posted or a run past the iteration budget.
 
+#include "calc/independent_check.h"
 #include "core/formats.h"
 #include "core/record_layout.h"
 #include "tests/support/network_shapes.h"
@@ -82,20 +83,20 @@ struct Outcome {
     std::string Message; // the last box shown, "" when none
 };
 
+// A branch line that calculates in both modes, with the limits that sizing asks for.
+void Sound(NetworkBuilder& network) {
+    BuildBranchLine(network);
+    Project& project = network.Model();
+    project.SystemData.MaximumAreaPerSprinkler = 130;
+    project.CalculationData.MaxWaterVelocity = 20;
+    project.CalculationData.MaxFrictionalLoss = 10;
+    network.DemandMode(7, 0.1);
+}
+
 // Runs the calculation twice, answering every question Yes and then No.
 class HostileCalculation : public ::testing::TestWithParam<Answer> {
 protected:
     HostileCalculation() : network_(project_) { Sound(network_); }
-
-    // A branch line that calculates in both modes, with the limits that sizing asks for.
-    static void Sound(NetworkBuilder& network) {
-        BuildBranchLine(network);
-        Project& project = network.Model();
-        project.SystemData.MaximumAreaPerSprinkler = 130;
-        project.CalculationData.MaxWaterVelocity = 20;
-        project.CalculationData.MaxFrictionalLoss = 10;
-        network.DemandMode(7, 0.1);
-    }
 
     // Demand mode, then Supply mode at 50 psi.
     void CalculateBothModes() {
@@ -280,6 +281,46 @@ TEST_P(HostileCalculation, AbsurdKFactorTexts) {
         Renew();
         network_.Sprinkler(30, std::string(text));
         CalculateBothModes();
+    }
+}
+
+} // namespace
+} // namespace quench
+
+namespace quench {
+namespace {
+
+// Stored results that a damaged file turned into NaN or infinity never pass the independent
+// check.
+TEST(HostileResults, NonFiniteStoredResultsFailTheCheck) {
+    using Set = std::function<void(Project&, double)>;
+    const Set fields[] = {
+        [](Project& p, double v) { p.NodeRecord[2].ResidualPressure = v; },
+        [](Project& p, double v) { p.NodeRecord[2].Discharge = v; },
+        [](Project& p, double v) { p.NodeRecord[1].ResidualPressure = v; },
+        [](Project& p, double v) { p.CalcPipeRecord[2].Flow = v; },
+        [](Project& p, double v) { p.CalcPipeRecord[1].InsideDiameter = v; },
+        [](Project& p, double v) { p.NodeRecord[3].KFactor = v; },
+        [](Project& p, double v) { p.NodeRecord[3].Elevation = v; },
+        [](Project& p, double v) { p.CalcPipeRecord[3].TotalLength = v; },
+    };
+    Project calculated;
+    NetworkBuilder network(calculated);
+    Sound(network);
+    ASSERT_TRUE(CalculationRun(calculated).Posted);
+    ASSERT_TRUE(CheckPostedResults(calculated).Passed);
+    int index = 0;
+    for (const auto& set : fields) {
+        for (const double value :
+             {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity()}) {
+            Project damaged = calculated;
+            set(damaged, value);
+            const CheckVerdict verdict = CheckPostedResults(damaged);
+            EXPECT_FALSE(verdict.Passed) << "field " << index << " " << value;
+            EXPECT_EQ(CheckVerdictText(verdict),
+                      "Independent check: failed (a stored result is not a finite number)");
+        }
+        ++index;
     }
 }
 
