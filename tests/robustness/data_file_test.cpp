@@ -43,6 +43,10 @@ void ExpectOrderlyEnd(const CommandOutcome& outcome, const std::string& what) {
 // Text files also get their numbers made absurd.
 std::vector<std::string> Damaged(const std::string& sound, bool text, unsigned seed) {
     std::vector<std::string> copies;
+    if (sound.empty()) {
+        ADD_FAILURE() << "the sound file is missing";
+        return copies;
+    }
     const std::size_t step = std::max<std::size_t>(1, sound.size() / 12);
     for (std::size_t cut = 0; cut < sound.size(); cut += step) {
         copies.push_back(sound.substr(0, cut + seed % 7));
