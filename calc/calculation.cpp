@@ -3,6 +3,7 @@
 #include "calc/build_working_rows.h"
 #include "calc/check_calculation_screen.h"
 #include "calc/check_device_elevations.h"
+#include "calc/check_finite_input.h"
 #include "calc/check_network.h"
 #include "calc/check_pipe_input.h"
 #include "calc/collect_devices.h"
@@ -120,7 +121,8 @@ bool Calculation::CheckAndPrepareSteps() {
     Project& project = context_.Project;
     context_.CalculationBusy = true;
     BuildWorkingRows(project);
-    if (!CheckCalculationScreen(context_, screen_) || !AskAutosize() ||
+    CheckFiniteInput(context_);
+    if (context_.AbortFlag == 1 || !CheckCalculationScreen(context_, screen_) || !AskAutosize() ||
         !CheckSizingAndInflow(context_, screen_)) {
         context_.AbortFlag = 1;
         return false;

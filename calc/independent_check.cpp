@@ -1,7 +1,9 @@
 #include "calc/independent_check.h"
 
 #include "calc/gradient_solver.h"
+#include "core/finite_fields.h"
 #include "core/formats.h"
+#include "core/record_sequence.h"
 #include "core/text.h"
 #include "solver/calculation_options.h"
 
@@ -164,10 +166,29 @@ bool SprinklersMeetRequirement(const Project& project, CheckVerdict& verdict) {
     return verdict.WorstSprinklerShortfall <= CheckSprinklerAllowance;
 }
 
+// A stored result that is infinite or NaN compares as within any allowance; it is no result.
+bool AllResultsFinite(const Project& project) {
+    for (int row = 1; row <= UsedRows(project.NodeRecord, project.NumberOfNodes); ++row) {
+        if (!FirstNonFiniteField(project.NodeRecord[row]).empty()) {
+            return false;
+        }
+    }
+    for (int row = 1; row <= UsedRows(project.CalcPipeRecord, project.NumberOfPipes); ++row) {
+        if (!FirstNonFiniteField(project.CalcPipeRecord[row]).empty()) {
+            return false;
+        }
+    }
+    return true;
+}
+
 } // namespace
 
 CheckVerdict CheckPostedResults(const Project& project) {
     CheckVerdict verdict;
+    verdict.ResultsFinite = AllResultsFinite(project);
+    if (!verdict.ResultsFinite) {
+        return verdict;
+    }
     std::unordered_map<int, int> indexOf;
     const GradientNetwork network = NetworkOf(project, indexOf);
     if (network.Nodes.empty() || HasUnknownEnds(network)) {
@@ -189,6 +210,9 @@ CheckVerdict CheckPostedResults(const Project& project) {
 }
 
 std::string CheckVerdictText(const CheckVerdict& verdict) {
+    if (!verdict.ResultsFinite) {
+        return "Independent check: failed (a stored result is not a finite number)";
+    }
     if (!verdict.Solved) {
         return "Independent check: failed (the network could not be solved again)";
     }

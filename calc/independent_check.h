@@ -18,6 +18,7 @@ constexpr double CheckFlowShare = 0.001;
 constexpr double CheckSprinklerAllowance = 0.02; // psi below a sprinkler's required pressure
 
 struct CheckVerdict {
+    bool ResultsFinite = true;        // no stored result is infinite or NaN
     bool Solved = false;              // the gradient method settled the network
     double MaxPressureDifference = 0; // psi
     int WorstNode = 0;                // its number as typed

@@ -119,6 +119,18 @@ std::string NegativeLength(int row) {
            "calculations to proceed.";
 }
 
+std::string NotANumberInRow(std::string_view field, int row) {
+    return "The " + std::string(field) + " of pipe #" + Row(row) +
+           " is not a number.  You must enter a number in this field for calculations to "
+           "proceed.";
+}
+
+std::string NotANumberInGeneralData(std::string_view field) {
+    return "The " + std::string(field) +
+           " of the general project data is not a number.  You must enter a number in this field "
+           "for calculations to proceed.";
+}
+
 std::string NegativeFittingLength(int row) {
     return "Non-standard fitting length is negative for pipe #" + Row(row) +
            ".  You must enter this non-standard fitting length as a value greater than or equal "

@@ -3,6 +3,7 @@
 // The words of the calculation's checks and messages, in one place for every front end.
 
 #include <string>
+#include <string_view>
 
 namespace quench::messages {
 
@@ -75,6 +76,9 @@ std::string NegativeKFactor(const std::string& node);
 std::string NegativeSprinklerArea(const std::string& node);
 std::string TooManyNodes(int nodes);
 std::string NegativeFixedFlow(const std::string& node);
+// A number of a damaged file that is infinite or not a number at all.
+std::string NotANumberInRow(std::string_view field, int row);
+std::string NotANumberInGeneralData(std::string_view field);
 std::string NoFlowEntered(const std::string& dischargeName);
 std::string NoSprinklerInDemand(const std::string& dischargeName);
 std::string DifferentElevation(const std::string& device, const std::string& begin,

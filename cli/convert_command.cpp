@@ -151,8 +151,8 @@ int CadDataToProject(const ConvertArguments& files, std::ostream& err) {
     }
     const auto project = std::make_unique<Project>();
     std::string text;
-    if (!ReadWholeFile(files.In, text)) {
-        return UsageError(err, "cannot read " + Quoted(files.In));
+    if (std::string reason; !ReadWholeFile(files.In, text, &reason)) {
+        return UsageError(err, "cannot read " + Quoted(files.In) + ": " + reason);
     }
     const CadDataOutcome outcome = ReadCadData(*project, text, *library);
     if (!outcome.Loaded) {
@@ -168,8 +168,8 @@ int DrawingToProject(const ConvertArguments& files, std::ostream& err) {
         return ExitUsage;
     }
     std::string text;
-    if (!ReadWholeFile(files.In, text)) {
-        return UsageError(err, "cannot read " + Quoted(files.In));
+    if (std::string reason; !ReadWholeFile(files.In, text, &reason)) {
+        return UsageError(err, "cannot read " + Quoted(files.In) + ": " + reason);
     }
     const auto project = std::make_unique<Project>();
     DrawingContent content;
@@ -199,8 +199,8 @@ int ProjectToDrawing(const ConvertArguments& files, std::ostream& out, std::ostr
         return ExitUsage;
     }
     std::string text;
-    if (!ReadWholeFile(files.Drawing, text)) {
-        return UsageError(err, "cannot read " + Quoted(files.Drawing));
+    if (std::string reason; !ReadWholeFile(files.Drawing, text, &reason)) {
+        return UsageError(err, "cannot read " + Quoted(files.Drawing) + ": " + reason);
     }
     std::string annotated;
     const auto outcome = AnnotateDrawing(*project, text, files.Options, annotated);

@@ -75,8 +75,8 @@ bool ReadNamedProject(const std::filesystem::path& file, Project& project, std::
 
 int Import(const PipesArguments& arguments, std::ostream& err) {
     std::string table;
-    if (!ReadWholeFile(arguments.Import, table)) {
-        return UsageError(err, "cannot read " + Quoted(arguments.Import));
+    if (std::string reason; !ReadWholeFile(arguments.Import, table, &reason)) {
+        return UsageError(err, "cannot read " + Quoted(arguments.Import) + ": " + reason);
     }
     const std::optional<PipeLibrary> library = LoadCommandLibrary(arguments.Library, err);
     if (!library) {

@@ -1,7 +1,10 @@
 #include "cli/project_session.h"
 
 #include "cli/command.h"
+#include "core/record_file.h"
 #include "core/settings.h"
+
+#include <vector>
 
 namespace quench::cli {
 
@@ -25,6 +28,15 @@ bool ProjectSession::Open(std::ostream& err, std::string_view verb) {
     if (IsWorkingFileName(project)) {
         UsageError(err, "cannot " + std::string(verb) + " " + Quoted(file_) +
                             ": it is a working file; open its project in Quench to recover it");
+        return false;
+    }
+    // The desktop's Open tells only "File not found"; a name that is there but cannot be read as
+    // a file (a directory, a device, no permission) is told with its reason.
+    std::error_code ignored;
+    std::vector<std::uint8_t> head;
+    std::string reason;
+    if (std::filesystem::exists(project, ignored) && !ReadFileHead(project, 0, head, reason)) {
+        UsageError(err, "cannot " + std::string(verb) + " " + Quoted(file_) + ": " + reason);
         return false;
     }
     lifecycle_.Open(file_);

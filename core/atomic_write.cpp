@@ -1,11 +1,14 @@
 #include "core/atomic_write.h"
 
-#include <algorithm>
+#include "core/record_file.h"
+
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <limits>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <vector>
 
 namespace quench {
 
@@ -46,10 +49,55 @@ void SyncFolder(const std::filesystem::path& file) {
     }
 }
 
+// A device or a pipe (such as /dev/stdout) cannot be replaced: the bytes are written into it.
+// Not blocking, so that a pipe nobody reads fails at once instead of hanging.
+bool WriteIntoStream(const std::filesystem::path& file, std::string_view bytes,
+                     std::string* error) {
+    const int descriptor = ::open(file.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);
+    if (descriptor < 0) {
+        return Fail(error, SystemError("cannot write", file));
+    }
+    const int flags = ::fcntl(descriptor, F_GETFL);
+    ::fcntl(descriptor, F_SETFL, flags & ~O_NONBLOCK);
+    const bool written = WriteAll(descriptor, bytes);
+    const std::string writeError = written ? "" : SystemError("cannot write", file);
+    ::close(descriptor);
+    return written || Fail(error, writeError);
+}
+
+// The file a rename must replace: the target of a symbolic link (the link itself stays), else
+// the name itself.
+std::filesystem::path ReplacedFile(const std::filesystem::path& file) {
+    std::error_code error;
+    if (std::filesystem::is_symlink(file, error)) {
+        const std::filesystem::path target = std::filesystem::canonical(file, error);
+        if (!error) {
+            return target;
+        }
+    }
+    return file;
+}
+
+bool WriteRegularFile(const std::filesystem::path& file, std::string_view bytes, std::string* error,
+                      Durability durability);
+
 } // namespace
 
-bool WriteFileAtomically(const std::filesystem::path& file, std::string_view bytes,
+bool WriteFileAtomically(const std::filesystem::path& name, std::string_view bytes,
                          std::string* error, Durability durability) {
+    std::error_code ignored;
+    const std::filesystem::file_status kind = std::filesystem::status(name, ignored);
+    if (std::filesystem::exists(kind) && !std::filesystem::is_regular_file(kind) &&
+        !std::filesystem::is_directory(kind)) {
+        return WriteIntoStream(name, bytes, error);
+    }
+    return WriteRegularFile(ReplacedFile(name), bytes, error, durability);
+}
+
+namespace {
+
+bool WriteRegularFile(const std::filesystem::path& file, std::string_view bytes, std::string* error,
+                      Durability durability) {
     std::error_code ignored;
     if (file.has_parent_path()) {
         std::filesystem::create_directories(file.parent_path(), ignored);
@@ -86,41 +134,17 @@ bool WriteFileAtomically(const std::filesystem::path& file, std::string_view byt
     return true;
 }
 
-// A regular file in one read of its size; anything else (a pipe, a device) a block at a time, so
-// that it is read as far as it goes.
-bool ReadWholeFile(const std::filesystem::path& file, std::string& bytes) {
-    const int descriptor = ::open(file.c_str(), O_RDONLY | O_CLOEXEC);
-    if (descriptor < 0) {
-        return false;
+} // namespace
+
+bool ReadWholeFile(const std::filesystem::path& file, std::string& bytes, std::string* error) {
+    std::vector<std::uint8_t> read;
+    std::string reason;
+    bytes.clear();
+    if (!ReadFileHead(file, std::numeric_limits<std::size_t>::max(), read, reason)) {
+        return Fail(error, reason);
     }
-    struct stat info {};
-    if (::fstat(descriptor, &info) != 0 || S_ISDIR(info.st_mode)) {
-        ::close(descriptor);
-        return false;
-    }
-    constexpr std::size_t Block = 65536;
-    const std::size_t expected =
-        S_ISREG(info.st_mode) ? static_cast<std::size_t>(std::max<off_t>(info.st_size, 0)) : 0;
-    bytes.resize(expected + 1); // one more, to see the end of a file that grew
-    std::size_t filled = 0;
-    bool failed = false;
-    for (;;) {
-        if (filled == bytes.size()) {
-            bytes.resize(bytes.size() + Block);
-        }
-        const ssize_t count = ::read(descriptor, bytes.data() + filled, bytes.size() - filled);
-        if (count < 0 && errno == EINTR) {
-            continue;
-        }
-        if (count <= 0) {
-            failed = count < 0;
-            break;
-        }
-        filled += static_cast<std::size_t>(count);
-    }
-    ::close(descriptor);
-    bytes.resize(filled);
-    return !failed;
+    bytes.assign(read.begin(), read.end());
+    return true;
 }
 
 } // namespace quench

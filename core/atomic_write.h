@@ -17,11 +17,15 @@ enum class Durability { Synced, Unsynced };
 
 // False when the file cannot be written; error then says why, and the old file is untouched.
 // The parent directory is made when it is missing. An existing file keeps its permissions. The
-// bytes go out in one write, then one rename.
+// bytes go out in one write, then one rename. A symbolic link stays and its target is replaced;
+// a device or a pipe (/dev/stdout) is written into, as nothing can be renamed over it.
 bool WriteFileAtomically(const std::filesystem::path& file, std::string_view bytes,
                          std::string* error = nullptr, Durability durability = Durability::Synced);
 
-// The whole file as bytes; false when it cannot be read.
-bool ReadWholeFile(const std::filesystem::path& file, std::string& bytes);
+// The whole file as bytes; false when it cannot be read, and error says why ("it is a
+// directory", "No such file or directory"). Only a regular file is read: a device or a pipe
+// (/dev/zero, a FIFO) is refused rather than read without end or waited on.
+bool ReadWholeFile(const std::filesystem::path& file, std::string& bytes,
+                   std::string* error = nullptr);
 
 } // namespace quench

@@ -554,10 +554,7 @@ std::vector<std::uint8_t> ConvertToDos(const Project& project) {
 
 bool ReadDosFile(Project& project, const std::filesystem::path& file, std::string* error) {
     std::string bytes;
-    if (!ReadWholeFile(file, bytes)) {
-        if (error != nullptr) {
-            *error = "it cannot be read";
-        }
+    if (!ReadWholeFile(file, bytes, error)) {
         return false;
     }
     ConvertFromDos(project,

@@ -1,12 +1,12 @@
 #include "library/pipe_library_file.h"
 
 #include "core/atomic_write.h"
+#include "core/record_file.h"
 #include "core/text.h"
 
 #include <bit>
 #include <cmath>
 #include <cstring>
-#include <fstream>
 #include <string_view>
 #include <system_error>
 #include <vector>
@@ -105,15 +105,15 @@ void EncodeMaterial(const PipeMaterialRecord& material, std::uint8_t* record) {
     std::memcpy(record + ReservedOffset, material.Reserved.data(), LibraryReservedBytes);
 }
 
-// The whole file, or as much of its first 125000 bytes as there is.
+// The whole file, or as much of its first 125000 bytes as there is; the rest reads as zeros.
+// Only a regular file is read, so that a pipe or a device given as the library cannot hang.
 bool ReadFileStart(const std::filesystem::path& file, Bytes& bytes) {
-    std::ifstream in(file, std::ios::binary);
-    if (!in) {
+    std::string ignored;
+    if (!ReadFileHead(file, static_cast<std::size_t>(LibraryFileLength), bytes, ignored)) {
         return false;
     }
-    bytes.assign(LibraryFileLength, 0);
-    in.read(reinterpret_cast<char*>(bytes.data()), LibraryFileLength);
-    return !in.bad();
+    bytes.resize(static_cast<std::size_t>(LibraryFileLength), 0);
+    return true;
 }
 
 } // namespace
