@@ -93,7 +93,12 @@ void ReportPreview::FillReportList() {
 }
 
 QString ReportPreview::StatusText() const {
-    return QString("Pages: %1").arg(PageCount());
+    const QString pages = QString("Pages: %1").arg(PageCount());
+    // A new user's settings have every section off: the blank page says where to choose them.
+    if (reports_->count() == 0) {
+        return pages + "  (no report section is chosen: tick them in Report Options)";
+    }
+    return pages;
 }
 
 void ReportPreview::ShowPage(int page) {

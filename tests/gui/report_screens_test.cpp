@@ -73,6 +73,20 @@ TEST(ReportScreens, PreviewPagesReportListAndUnits) {
     EXPECT_TRUE(desktop.Dialogs.Empty()) << desktop.Dialogs.LastText();
 }
 
+TEST(ReportScreens, APreviewWithNoSectionSaysWhereToChooseThem) {
+    testing::ScratchDirectory scratch;
+    Desktop desktop(scratch.Path());
+    OpenCalculatedExample(desktop, scratch.Path());
+    ASSERT_TRUE(SaveReportOptions(IniFileHandler(scratch / "QUENCH.ini"), DefaultReportOptions()));
+    desktop.Frame->Dispatch("ToolPreview");
+    gui::ReportPreview* preview = desktop.Frame->Reports()->Preview();
+    ASSERT_NE(preview, nullptr);
+    EXPECT_EQ(preview->ReportList()->count(), 0);
+    EXPECT_TRUE(preview->StatusText().contains("Report Options"))
+        << preview->StatusText().toStdString();
+    preview->Dispatch("ToolClose");
+}
+
 TEST(ReportScreens, OptionsScreenRefreshesItsPreviewAndKeepsTheOptions) {
     testing::ScratchDirectory scratch;
     Desktop desktop(scratch.Path());
