@@ -94,8 +94,8 @@ inline constexpr std::string_view SizingNote =
     "Only pipe sections with no specified diameter and/or pipe with diameters shown in red on the "
     "edit pipe data screen (Enter/Edit Data Screen) will be automatically sized using the "
     "parameters below.   Note that the autosizing feature can cause calculation difficulty, use "
-    "with caution. Optimization of pipe sizing is generally best performed by manual "
-    "specification.";
+    "with caution. Optimization of pipe sizing is generally best performed by choosing the "
+    "diameters by hand.";
 inline constexpr std::string_view FrictionLabelUs =
     "Maximum Allowable Frictional Loss Per 100' of Pipe";
 inline constexpr std::string_view FrictionLabelSi =
