@@ -70,4 +70,42 @@ BuilderNodeData BuilderNodeDataOf(std::string_view kFactor, std::string_view are
     return data;
 }
 
+namespace {
+
+constexpr int LengthDecimals = 2;
+constexpr int DiameterDecimals = 3;
+constexpr int FactorDecimals = 2;
+
+} // namespace
+
+std::string BuilderFieldText::Whole(Integer value) {
+    return std::to_string(value);
+}
+
+std::string BuilderFieldText::Length(Single feet) const {
+    return BuilderInputText(feet, UnitKind::Length, system_, LengthDecimals, decimalCharacter_);
+}
+
+std::string BuilderFieldText::Diameter(Single inches) const {
+    return BuilderInputText(inches, UnitKind::Fine_Length, system_, DiameterDecimals,
+                            decimalCharacter_);
+}
+
+std::string BuilderFieldText::KFactor(Single kFactor) const {
+    return BuilderInputText(kFactor, UnitKind::K_Factor, system_, FactorDecimals,
+                            decimalCharacter_);
+}
+
+std::string BuilderFieldText::Area(double squareFeet) const {
+    return BuilderInputText(squareFeet, UnitKind::Area, system_, FactorDecimals, decimalCharacter_);
+}
+
+Integer BuilderFieldText::StoredWhole(std::string_view text) const {
+    return CInt(FieldValue(text, decimalCharacter_));
+}
+
+Single BuilderFieldText::Stored(std::string_view text, UnitKind unit) const {
+    return static_cast<Single>(BuilderStoredValue(text, unit, system_, decimalCharacter_));
+}
+
 } // namespace quench

@@ -25,6 +25,27 @@ double BuilderStoredValue(std::string_view text, std::optional<UnitKind> unit, M
 // Whether a text is a number, with the field's decimal character.
 bool IsBuilderNumber(std::string_view text, char decimalCharacter);
 
+// The fields of both builders' tabs: stored US values shown in the system on screen, and the
+// values to store for typed texts.
+class BuilderFieldText {
+public:
+    BuilderFieldText(MeasureSystem system, char decimalCharacter)
+        : system_(system), decimalCharacter_(decimalCharacter) {}
+
+    static std::string Whole(Integer value);
+    std::string Length(Single feet) const;
+    std::string Diameter(Single inches) const;
+    std::string KFactor(Single kFactor) const;
+    std::string Area(double squareFeet) const;
+
+    Integer StoredWhole(std::string_view text) const;
+    Single Stored(std::string_view text, UnitKind unit) const;
+
+private:
+    MeasureSystem system_;
+    char decimalCharacter_;
+};
+
 // The texts that describe the fields of a builder, as typed.
 struct BuilderTexts {
     MeasureSystem System = MeasureSystem::US;

@@ -6,17 +6,6 @@
 
 namespace quench {
 
-namespace {
-
-constexpr int LengthDecimals = 2;
-constexpr int DiameterDecimals = 3;
-
-std::string Whole(Integer value) {
-    return std::to_string(value);
-}
-
-} // namespace
-
 double GridInputs::Value(int index) const {
     return ValueOf(Network[static_cast<std::size_t>(index)]);
 }
@@ -30,45 +19,37 @@ GridInputs GridInputsFromData(const GridBuilderData& data, MeasureSystem system,
     GridInputs inputs;
     inputs.System = system;
     inputs.DecimalCharacter = decimalCharacter;
-    const auto length = [&](Single value) {
-        return BuilderInputText(value, UnitKind::Length, system, LengthDecimals, decimalCharacter);
-    };
-    const auto diameter = [&](Single value) {
-        return BuilderInputText(value, UnitKind::Fine_Length, system, DiameterDecimals,
-                                decimalCharacter);
-    };
-    inputs.Network = {Whole(data.NodalNumberingIncrement),
-                      Whole(data.SourceNode),
+    const BuilderFieldText field(system, decimalCharacter);
+    const auto length = [&](Single value) { return field.Length(value); };
+    const auto diameter = [&](Single value) { return field.Diameter(value); };
+    inputs.Network = {field.Whole(data.NodalNumberingIncrement),
+                      field.Whole(data.SourceNode),
                       length(data.SourceEntryPoint),
                       length(data.DistanceToFirstBranch),
                       length(data.DistanceBetweenBranchLines),
-                      Whole(data.NumberOfBranchLines),
+                      field.Whole(data.NumberOfBranchLines),
                       length(data.LeftDistanceToFirstSprinkler),
                       length(data.DistanceBetweenSprinklers),
-                      Whole(data.SprinklersPerBranchLine),
+                      field.Whole(data.SprinklersPerBranchLine),
                       length(data.RightDistanceToPerimeter)};
-    inputs.PerimeterMaterial = Whole(data.PerimeterMaterial);
-    inputs.PerimeterTypeGroup = Whole(data.PerimeterTypeGroup);
+    inputs.PerimeterMaterial = field.Whole(data.PerimeterMaterial);
+    inputs.PerimeterTypeGroup = field.Whole(data.PerimeterTypeGroup);
     inputs.PerimeterDiameter = diameter(data.PerimeterDiameter);
-    inputs.BranchMaterial = Whole(data.BranchMaterial);
-    inputs.BranchTypeGroup = Whole(data.BranchTypeGroup);
+    inputs.BranchMaterial = field.Whole(data.BranchMaterial);
+    inputs.BranchTypeGroup = field.Whole(data.BranchTypeGroup);
     inputs.BranchDiameter = diameter(data.BranchDiameter);
     inputs.Elevation = length(data.Elevation);
-    inputs.KFactor =
-        BuilderInputText(data.KFactor, UnitKind::K_Factor, system, 2, decimalCharacter);
+    inputs.KFactor = field.KFactor(data.KFactor);
     inputs.AreaGroup = data.AreaGroup;
-    inputs.SprinklerArea =
-        BuilderInputText(data.SprinklerArea, UnitKind::Area, system, 2, decimalCharacter);
+    inputs.SprinklerArea = field.Area(data.SprinklerArea);
     return inputs;
 }
 
 void StoreGridInputs(const GridInputs& inputs, GridBuilderData& data) {
-    const auto whole = [&](const std::string& text) {
-        return CInt(FieldValue(text, inputs.DecimalCharacter));
-    };
+    const BuilderFieldText field(inputs.System, inputs.DecimalCharacter);
+    const auto whole = [&](const std::string& text) { return field.StoredWhole(text); };
     const auto stored = [&](const std::string& text, UnitKind unit) {
-        return static_cast<Single>(
-            BuilderStoredValue(text, unit, inputs.System, inputs.DecimalCharacter));
+        return field.Stored(text, unit);
     };
     const auto length = [&](int index) {
         return stored(inputs.Network[static_cast<std::size_t>(index)], UnitKind::Length);

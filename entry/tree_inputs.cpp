@@ -6,17 +6,6 @@
 
 namespace quench {
 
-namespace {
-
-constexpr int LengthDecimals = 2;
-constexpr int DiameterDecimals = 3;
-
-std::string Whole(Integer value) {
-    return std::to_string(value);
-}
-
-} // namespace
-
 double TreeInputs::Value(int index) const {
     return ValueOf(Network[static_cast<std::size_t>(index)]);
 }
@@ -30,16 +19,12 @@ TreeInputs TreeInputsFromData(const TreeBuilderData& data, MeasureSystem system,
     TreeInputs inputs;
     inputs.System = system;
     inputs.DecimalCharacter = decimalCharacter;
-    const auto length = [&](Single value) {
-        return BuilderInputText(value, UnitKind::Length, system, LengthDecimals, decimalCharacter);
-    };
-    const auto diameter = [&](Single value) {
-        return BuilderInputText(value, UnitKind::Fine_Length, system, DiameterDecimals,
-                                decimalCharacter);
-    };
-    inputs.Network = {Whole(data.NodalNumberingIncrement),
-                      Whole(data.SourceNode),
-                      Whole(data.ExitNode),
+    const BuilderFieldText field(system, decimalCharacter);
+    const auto length = [&](Single value) { return field.Length(value); };
+    const auto diameter = [&](Single value) { return field.Diameter(value); };
+    inputs.Network = {field.Whole(data.NodalNumberingIncrement),
+                      field.Whole(data.SourceNode),
+                      field.Whole(data.ExitNode),
                       length(data.LengthOfCrossMain),
                       length(data.DistanceBetweenBranchLines),
                       length(data.LengthOfLeftBranchLine),
@@ -48,30 +33,26 @@ TreeInputs TreeInputsFromData(const TreeBuilderData& data, MeasureSystem system,
                       length(data.RightDistanceToFirstSprinkler),
                       length(data.LeftDistanceBetweenSprinklers),
                       length(data.RightDistanceBetweenSprinklers)};
-    inputs.CrossMaterial = Whole(data.CrossMaterial);
-    inputs.CrossTypeGroup = Whole(data.CrossTypeGroup);
+    inputs.CrossMaterial = field.Whole(data.CrossMaterial);
+    inputs.CrossTypeGroup = field.Whole(data.CrossTypeGroup);
     inputs.CrossDiameter = diameter(data.CrossDiameter);
-    inputs.BranchMaterial = Whole(data.BranchMaterial);
-    inputs.BranchTypeGroup = Whole(data.BranchTypeGroup);
+    inputs.BranchMaterial = field.Whole(data.BranchMaterial);
+    inputs.BranchTypeGroup = field.Whole(data.BranchTypeGroup);
     inputs.BranchDiameter = diameter(data.BranchDiameter);
     inputs.Elevation = length(data.Elevation);
-    inputs.KFactor =
-        BuilderInputText(data.KFactor, UnitKind::K_Factor, system, 2, decimalCharacter);
+    inputs.KFactor = field.KFactor(data.KFactor);
     inputs.AreaGroup = data.AreaGroup;
-    inputs.SprinklerArea =
-        BuilderInputText(data.SprinklerArea, UnitKind::Area, system, 2, decimalCharacter);
+    inputs.SprinklerArea = field.Area(data.SprinklerArea);
     inputs.MaxSpaceBetweenBranches = length(data.MaxSpaceBetweenBranches);
     inputs.MaxSpaceBetweenSprinklers = length(data.MaxSpaceBetweenSprinklers);
     return inputs;
 }
 
 void StoreTreeInputs(const TreeInputs& inputs, TreeBuilderData& data) {
-    const auto whole = [&](const std::string& text) {
-        return CInt(FieldValue(text, inputs.DecimalCharacter));
-    };
+    const BuilderFieldText field(inputs.System, inputs.DecimalCharacter);
+    const auto whole = [&](const std::string& text) { return field.StoredWhole(text); };
     const auto stored = [&](const std::string& text, UnitKind unit) {
-        return static_cast<Single>(
-            BuilderStoredValue(text, unit, inputs.System, inputs.DecimalCharacter));
+        return field.Stored(text, unit);
     };
     const auto length = [&](int index) {
         return stored(inputs.Network[static_cast<std::size_t>(index)], UnitKind::Length);
