@@ -5,11 +5,13 @@
 #include "app/start_file.h"
 #include "core/atomic_write.h"
 #include "core/project_file.h"
+#include "core/record_file.h"
 #include "core/settings_keys.h"
 #include "core/text.h"
 
 #include <algorithm>
 #include <array>
+#include <limits>
 #include <memory>
 
 namespace quench {
@@ -238,9 +240,12 @@ void ProjectLifecycle::OpenNamed(fs::path file) {
         ShowOpenError(texts::OldProjectStays);
         return;
     }
-    // The file is tried before the open project is given up, so a file that cannot be a project
-    // leaves the open one as it was.
-    if (!CanBeOpened(file)) {
+    // The file is read once, and tried before the open project is given up, so a file that
+    // cannot be a project leaves the open one as it was.
+    std::vector<std::uint8_t> bytes;
+    std::string reason;
+    if (!ReadFileHead(file, std::numeric_limits<std::size_t>::max(), bytes, reason) ||
+        !TryFile(bytes)) {
         ShowOpenError(texts::OldProjectStays);
         return;
     }
@@ -268,7 +273,7 @@ void ProjectLifecycle::OpenNamed(fs::path file) {
             }
             break;
         case TempFileChoice::OpenSaved:
-            if (!LoadWorkingCopy(file)) {
+            if (!LoadWorkingCopy(bytes)) {
                 return;
             }
             break;
@@ -276,7 +281,7 @@ void ProjectLifecycle::OpenNamed(fs::path file) {
             Closed();
             return;
         }
-    } else if (!LoadWorkingCopy(file)) {
+    } else if (!LoadWorkingCopy(bytes)) {
         return;
     }
     // The second hydrant test's numbers are held as numbers here, so the old decimal character
@@ -287,18 +292,36 @@ void ProjectLifecycle::OpenNamed(fs::path file) {
     OpenRememberedScreens();
 }
 
-bool ProjectLifecycle::LoadWorkingCopy(const fs::path& file) {
+bool ProjectLifecycle::TryFile(const std::vector<std::uint8_t>& bytes) {
+    readAhead_ = !projectIsLoaded_;
+    if (!readAhead_) {
+        const auto candidate = std::make_unique<Project>();
+        ReadProjectFileBytes(*candidate, bytes);
+        return CountsWithinCapacity(*candidate);
+    }
     ResetProject(project_);
-    // The working copy of a file that stays on the disk as it was: a crash loses nothing that a
-    // sync would keep.
-    if (!CopyFile(file, tempFileName_, nullptr, Durability::Unsynced)) {
+    ReadProjectFileBytes(project_, bytes);
+    if (!CountsWithinCapacity(project_)) {
+        ResetProject(project_);
+        readAhead_ = false;
+    }
+    return readAhead_;
+}
+
+// The working copy of a file that stays on the disk as it was: a crash loses nothing that a sync
+// would keep. The model is read from the same bytes.
+bool ProjectLifecycle::LoadWorkingCopy(const std::vector<std::uint8_t>& bytes) {
+    const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    if (!WriteFileAtomically(tempFileName_, text, nullptr, Durability::Unsynced)) {
+        readAhead_ = false;
         ClosedAfterFailure(texts::DiskUnusable);
         return false;
     }
-    if (!ReadProject(project_, tempFileName_)) {
-        ClosedAfterFailure(texts::TempFileUnusable);
-        return false;
+    if (!readAhead_) {
+        ResetProject(project_);
+        ReadProjectFileBytes(project_, bytes);
     }
+    readAhead_ = false;
     return true;
 }
 
@@ -405,6 +428,22 @@ bool ProjectLifecycle::Save() {
         WriteOutcome::Written) {
         if (!error.empty()) {
             ShowSaveError(failed, error);
+        }
+        return false;
+    }
+    autoSaveCounter_ = 0;
+    return true;
+}
+
+bool ProjectLifecycle::SaveBeforeUnload() {
+    host_.WriteBackEditors();
+    if (!projectIsLoaded_ || IsUntitled()) {
+        return Save();
+    }
+    std::string error;
+    if (WriteProject(project_, projectFileName_, &error) != WriteOutcome::Written) {
+        if (!error.empty()) {
+            ShowSaveError(projectFileName_, error);
         }
         return false;
     }

@@ -165,6 +165,9 @@ public:
     // the file dialog. With a file, as the recent list, a drop or the command line give it.
     void Open(const std::optional<std::filesystem::path>& file = std::nullopt);
     bool Save();
+    // Save as the last step of a session that ends at once (a command): only the named file is
+    // written and synced; the working file is left for Unload to remove.
+    bool SaveBeforeUnload();
     bool SaveAs();
     bool Close();
     void OpenRecentFile(int place);
@@ -195,7 +198,8 @@ private:
 
     void RecoverUntitled();
     void OpenNamed(std::filesystem::path file);
-    bool LoadWorkingCopy(const std::filesystem::path& file);
+    bool TryFile(const std::vector<std::uint8_t>& bytes);
+    bool LoadWorkingCopy(const std::vector<std::uint8_t>& bytes);
     static bool CanBeOpened(const std::filesystem::path& file);
     void Loaded();
     void ClosedAfterFailure(std::string_view text);
@@ -226,6 +230,9 @@ private:
     std::filesystem::path backupFileName_;
 
     bool projectIsLoaded_ = false;
+    // The model already holds the file being opened: nothing was open to keep, so the file was
+    // read straight into it when it was tried.
+    bool readAhead_ = false;
     bool projectClosing_ = false;
     bool keepProjectOpen_ = false;
     bool resultsFresh_ = false;

@@ -33,7 +33,7 @@ std::vector<std::string> RecentFiles::Entries() const {
 
 bool RecentFiles::Add(std::string_view file) const {
     const int capacity = Capacity();
-    if (capacity == 0 || Trim(file).empty()) {
+    if (capacity == 0 || TrimmedView(file).empty()) {
         return true;
     }
     std::vector<std::string> places;

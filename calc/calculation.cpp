@@ -249,11 +249,11 @@ void Calculation::WriteEstimates() {
         if (!HasBothNodes(input)) {
             continue;
         }
-        const auto begin = pressureOf.find(static_cast<int>(ToNumber(Trim(input.BegNode))));
+        const auto begin = pressureOf.find(static_cast<int>(ToNumber(input.BegNode)));
         if (begin != pressureOf.end()) {
             input.PressEstimateB = static_cast<Single>(begin->second);
         }
-        const auto end = pressureOf.find(static_cast<int>(ToNumber(Trim(input.EndNode))));
+        const auto end = pressureOf.find(static_cast<int>(ToNumber(input.EndNode)));
         if (end != pressureOf.end()) {
             input.PressEstimateE = static_cast<Single>(end->second);
         }
@@ -271,8 +271,8 @@ void Calculation::WriteAutosizedDiameters() {
     for (int row = 1; row <= MaxPipes; ++row) {
         const PipeRecord& input = project.PipeRecord[row];
         if (HasBothNodes(input) && !IsTrue(input.DiameterFixed)) {
-            const double begin = ToNumber(Trim(input.BegNode));
-            const double end = ToNumber(Trim(input.EndNode));
+            const double begin = ToNumber(input.BegNode);
+            const double end = ToNumber(input.EndNode);
             rowsOfPair[{std::min(begin, end), std::max(begin, end)}].push_back(row);
         }
     }

@@ -8,7 +8,7 @@
 namespace quench {
 
 bool HasBothNodes(const WorkPipeRecord& row) {
-    return !Trim(row.BegNode).empty() && !Trim(row.EndNode).empty();
+    return !TrimmedView(row.BegNode).empty() && !TrimmedView(row.EndNode).empty();
 }
 
 bool HasNoGivenDiameter(const WorkPipeRecord& row) {
@@ -18,7 +18,7 @@ bool HasNoGivenDiameter(const WorkPipeRecord& row) {
 namespace {
 
 bool IsBlank(const std::string& text) {
-    return Trim(text).empty();
+    return TrimmedView(text).empty();
 }
 
 // A faulty setting: its message with the title "Input Data Error" and the screen to correct it.

@@ -9,18 +9,17 @@
 
 #include <algorithm>
 #include <map>
-#include <set>
 
 namespace quench {
 
 namespace {
 
 double Value(const std::string& text) {
-    return ToNumber(Trim(text));
+    return ToNumber(text);
 }
 
 bool HasNode(const WorkPipeRecord& row) {
-    return !Trim(row.BegNode).empty() || !Trim(row.EndNode).empty();
+    return !TrimmedView(row.BegNode).empty() || !TrimmedView(row.EndNode).empty();
 }
 
 // A fault of the network: the run stops and the pipe data screen comes forward.
@@ -79,7 +78,7 @@ bool CheckRows(RunContext& context) {
             continue;
         }
         for (const std::string* text : {&work.BegNode, &work.EndNode}) {
-            if (!Trim(*text).empty() && Value(*text) == 0) {
+            if (!TrimmedView(*text).empty() && Value(*text) == 0) {
                 return Fault(context, messages::NodeZero(row), row);
             }
         }
@@ -109,10 +108,22 @@ bool CheckRows(RunContext& context) {
     return true;
 }
 
+// The nodes of the crossable rows, each a place in a sorted list, and those the inflow reaches.
 struct Reach {
-    std::set<double> Reached;
-    std::set<double> AllNodes;
+    std::vector<double> Nodes; // ascending, distinct
+    std::vector<unsigned char> Reached;
+    std::size_t ReachedCount = 0; // the inflow counts even when no row holds it
     int Rows = 0;
+
+    int PlaceOf(double node) const {
+        const auto found = std::lower_bound(Nodes.begin(), Nodes.end(), node);
+        return found != Nodes.end() && *found == node ? static_cast<int>(found - Nodes.begin())
+                                                      : -1;
+    }
+    bool IsReached(double node) const {
+        const int place = PlaceOf(node);
+        return place >= 0 && Reached[static_cast<std::size_t>(place)] != 0;
+    }
 };
 
 bool Crossable(const WorkPipeRecord& row) {
@@ -121,32 +132,55 @@ bool Crossable(const WorkPipeRecord& row) {
 
 Reach WalkFromInflow(const Project& project, double inflow) {
     Reach reach;
-    std::vector<double> front{inflow};
-    reach.Reached.insert(inflow);
-    std::map<double, std::vector<double>> neighbours;
+    std::vector<std::pair<double, double>> pipes;
     for (int row = 1; row <= MaxPipes; ++row) {
         const WorkPipeRecord& work = project.WorkPipeRecord[row];
-        if (!Crossable(work)) {
-            continue;
+        if (Crossable(work)) {
+            pipes.emplace_back(Value(work.BegNode), Value(work.EndNode));
+            reach.Nodes.push_back(pipes.back().first);
+            reach.Nodes.push_back(pipes.back().second);
         }
-        ++reach.Rows;
-        const double begin = Value(work.BegNode);
-        const double end = Value(work.EndNode);
-        reach.AllNodes.insert(begin);
-        reach.AllNodes.insert(end);
-        neighbours[begin].push_back(end);
-        neighbours[end].push_back(begin);
     }
+    reach.Rows = static_cast<int>(pipes.size());
+    std::sort(reach.Nodes.begin(), reach.Nodes.end());
+    reach.Nodes.erase(std::unique(reach.Nodes.begin(), reach.Nodes.end()), reach.Nodes.end());
+    const std::size_t count = reach.Nodes.size();
+    std::vector<int> start(count + 1, 0);
+    for (const auto& [begin, end] : pipes) {
+        ++start[static_cast<std::size_t>(reach.PlaceOf(begin)) + 1];
+        ++start[static_cast<std::size_t>(reach.PlaceOf(end)) + 1];
+    }
+    for (std::size_t place = 0; place < count; ++place) {
+        start[place + 1] += start[place];
+    }
+    std::vector<int> next(start.begin(), start.end() - 1);
+    std::vector<int> neighbour(2 * pipes.size());
+    for (const auto& [begin, end] : pipes) {
+        const int from = reach.PlaceOf(begin);
+        const int to = reach.PlaceOf(end);
+        neighbour[static_cast<std::size_t>(next[static_cast<std::size_t>(from)]++)] = to;
+        neighbour[static_cast<std::size_t>(next[static_cast<std::size_t>(to)]++)] = from;
+    }
+    reach.Reached.assign(count, 0);
+    reach.ReachedCount = 1;
+    const int first = reach.PlaceOf(inflow);
+    if (first < 0) {
+        return reach;
+    }
+    reach.Reached[static_cast<std::size_t>(first)] = 1;
+    std::vector<int> front{first};
     while (!front.empty()) {
-        std::vector<double> next;
-        for (double node : front) {
-            for (double other : neighbours[node]) {
-                if (reach.Reached.insert(other).second) {
-                    next.push_back(other);
-                }
+        const int node = front.back();
+        front.pop_back();
+        for (int at = start[static_cast<std::size_t>(node)];
+             at < start[static_cast<std::size_t>(node) + 1]; ++at) {
+            const int other = neighbour[static_cast<std::size_t>(at)];
+            if (reach.Reached[static_cast<std::size_t>(other)] == 0) {
+                reach.Reached[static_cast<std::size_t>(other)] = 1;
+                ++reach.ReachedCount;
+                front.push_back(other);
             }
         }
-        front.swap(next);
     }
     return reach;
 }
@@ -169,7 +203,7 @@ std::string IsolatedNodeText(const Project& project, const Reach& reach) {
     }
     std::string lowestUnreached;
     for (const auto& [value, rows] : rowsAtNode) {
-        if (reach.Reached.count(value) != 0) {
+        if (reach.IsReached(value)) {
             continue;
         }
         if (rows == 1) {
@@ -218,8 +252,8 @@ double MarkedInflowValue(const Project& project) {
 bool CheckConnectivity(RunContext& context) {
     const Project& project = context.Project;
     const Reach reach = WalkFromInflow(project, MarkedInflowValue(project));
-    context.OneLoopNetwork = static_cast<int>(reach.Reached.size()) == reach.Rows;
-    if (reach.Reached.size() >= reach.AllNodes.size()) {
+    context.OneLoopNetwork = static_cast<int>(reach.ReachedCount) == reach.Rows;
+    if (reach.ReachedCount >= reach.Nodes.size()) {
         return true;
     }
     const std::string node = IsolatedNodeText(project, reach);

@@ -182,7 +182,7 @@ bool CheckNegatives(RunContext& context, FlowSeen& seen) {
             return Fault(context, messages::NegativeFittingLength(row), row);
         }
         // Only the end node's K-factor is refused when negative, and only when it is a number.
-        if (IsNumeric(Trim(input.KFactorE)) && ToNumber(Trim(input.KFactorE)) < 0) {
+        if (IsNumeric(Trim(input.KFactorE)) && ToNumber(input.KFactorE) < 0) {
             return Fault(context, messages::NegativeKFactor(end), row);
         }
         if (work.SprinklerAreaB < 0) {

@@ -22,8 +22,8 @@ bool IsBlankPipe(const Project& project, const CalcPipeRecord& pipe) {
         if (!IsTrue(input.Active) || !HasBothNodes(input)) {
             continue;
         }
-        const double inputBegin = ToNumber(Trim(input.BegNode));
-        const double inputEnd = ToNumber(Trim(input.EndNode));
+        const double inputBegin = ToNumber(input.BegNode);
+        const double inputEnd = ToNumber(input.EndNode);
         if ((inputBegin == begin && inputEnd == end) || (inputBegin == end && inputEnd == begin)) {
             return false;
         }

@@ -53,7 +53,7 @@ double DeviceLoss(const CalcPipeRecord& pipe, const GradientNode& from, const Gr
 // group that the posted run of peaking left out. Any other must flow.
 double FlowingK(const NodeRecord& node) {
     const bool shut =
-        node.Discharge <= 0 && (node.ResidualPressure <= 0 || !Trim(node.AreaGroup).empty());
+        node.Discharge <= 0 && (node.ResidualPressure <= 0 || !TrimmedView(node.AreaGroup).empty());
     return shut ? 0.0 : node.KFactor;
 }
 
@@ -69,8 +69,8 @@ GradientNetwork NetworkOf(const Project& project, std::unordered_map<int, int>& 
     }
     for (int row = 1; row <= project.NumberOfPipes; ++row) {
         const CalcPipeRecord& pipe = project.CalcPipeRecord[At(row)];
-        const auto from = indexOf.find(static_cast<int>(ToNumber(Trim(pipe.BegNode))));
-        const auto to = indexOf.find(static_cast<int>(ToNumber(Trim(pipe.EndNode))));
+        const auto from = indexOf.find(static_cast<int>(ToNumber(pipe.BegNode)));
+        const auto to = indexOf.find(static_cast<int>(ToNumber(pipe.EndNode)));
         GradientLink link;
         link.From = from == indexOf.end() ? -1 : from->second;
         link.To = to == indexOf.end() ? -1 : to->second;

@@ -20,7 +20,7 @@ constexpr const char* InflowText = "10000";
 constexpr Single DryFactor = 1.3f;
 
 double Value(const std::string& text) {
-    return ToNumber(Trim(text));
+    return ToNumber(text);
 }
 
 bool IsActiveWithNodes(const WorkPipeRecord& row) {

@@ -1,8 +1,8 @@
 #pragma once
 
 // A project opened by a command through the lifecycle, as the desktop opens it: the named file
-// copied to its working file and read from there, saved as Save does, and the working file gone
-// when the command ends, whatever way it ends.
+// copied to its working file (which marks the session while it runs), saved into the named file,
+// and the working file gone when the command ends, whatever way it ends.
 
 #include "app/project_lifecycle.h"
 #include "core/dialogs.h"
@@ -53,7 +53,7 @@ public:
     // False, with the reason on err, when the project could not be opened; verb names what the
     // command would have done ("calculate").
     bool Open(std::ostream& err, std::string_view verb);
-    bool Save() { return lifecycle_.Save(); }
+    bool Save() { return lifecycle_.SaveBeforeUnload(); }
 
 private:
     std::filesystem::path file_;

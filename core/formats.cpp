@@ -331,6 +331,10 @@ std::string Str(float value) {
 }
 
 std::string NumberText(double value) {
+    // Node numbers: a whole number of up to nine digits is its digits.
+    if (std::fabs(value) < 1e9 && value == std::trunc(value)) {
+        return std::to_string(static_cast<long>(value));
+    }
     return PlainNumberText(value, DoubleDigits, true);
 }
 
@@ -376,8 +380,28 @@ bool IsUnderflow(std::string_view text) {
 }
 
 // Digits, at most one point, at least one digit, then an optional exponent with digits.
+// Node numbers are read many times a run: a plain whole number of up to nine digits is exact
+// without the general reader.
+bool ParsePlainWholeNumber(std::string_view text, double& value) {
+    if (text.empty() || text.size() > 9) {
+        return false;
+    }
+    long whole = 0;
+    for (const char c : text) {
+        if (c < '0' || c > '9') {
+            return false;
+        }
+        whole = whole * 10 + (c - '0');
+    }
+    value = static_cast<double>(whole);
+    return true;
+}
+
 bool ParseNumber(std::string_view text, double& value) {
-    const std::string trimmed = Trim(text);
+    const std::string_view trimmed = TrimmedView(text);
+    if (ParsePlainWholeNumber(trimmed, value)) {
+        return true;
+    }
     std::size_t i = 0;
     if (i < trimmed.size() && (trimmed[i] == '+' || trimmed[i] == '-')) {
         ++i;

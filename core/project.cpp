@@ -99,11 +99,11 @@ void ClearNetworkOnly(Project& project) {
 }
 
 bool IsBlankRow(const PipeRecord& row) {
-    return Trim(row.BegNode).empty() && Trim(row.EndNode).empty();
+    return TrimmedView(row.BegNode).empty() && TrimmedView(row.EndNode).empty();
 }
 
 bool HasBothNodes(const PipeRecord& row) {
-    return !Trim(row.BegNode).empty() && !Trim(row.EndNode).empty();
+    return !TrimmedView(row.BegNode).empty() && !TrimmedView(row.EndNode).empty();
 }
 
 int TypedNodeNumber(const Project& project, int number) {

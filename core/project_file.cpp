@@ -199,7 +199,7 @@ void RepairMaterials(Project& project) {
 }
 
 void DefaultWhenBlank(std::string& text, const char* fallback) {
-    if (Trim(text).empty()) {
+    if (TrimmedView(text).empty()) {
         text = fallback;
     }
 }
@@ -260,6 +260,11 @@ void ReadProjectImage(Project& project, std::span<const std::uint8_t> image) {
     VisitProjectRecords(project, reader);
     RepairMaterials(project);
     ReadExtensionRecords(project, reader);
+}
+
+void ReadProjectFileBytes(Project& project, std::span<const std::uint8_t> fileBytes) {
+    const auto reach = static_cast<std::size_t>(LastRecordNumber) * ProjectRecordLength;
+    ReadProjectImage(project, fileBytes.first(std::min(reach, fileBytes.size())));
 }
 
 bool ReadProjectHeader(Project& project, const std::filesystem::path& file, std::string* error) {

@@ -38,6 +38,9 @@ bool ReadProject(Project& project, const std::filesystem::path& file, std::strin
 // ReadProject on the bytes of a file held in memory.
 void ReadProjectImage(Project& project, std::span<const std::uint8_t> image);
 
+// The bytes of a whole file, read as ReadProject reads that file.
+void ReadProjectFileBytes(Project& project, std::span<const std::uint8_t> fileBytes);
+
 // Only the general records 1 to 5 of any project file (used for the AUTOLOAD template), with the
 // same forgiving reading as ReadProject.
 bool ReadProjectHeader(Project& project, const std::filesystem::path& file,

@@ -15,8 +15,16 @@ std::string TrimRight(std::string_view text) {
     return last == std::string_view::npos ? std::string() : std::string(text.substr(0, last + 1));
 }
 
+std::string_view TrimmedView(std::string_view text) {
+    const auto first = text.find_first_not_of(' ');
+    if (first == std::string_view::npos) {
+        return {};
+    }
+    return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
 std::string Trim(std::string_view text) {
-    return TrimLeft(TrimRight(text));
+    return std::string(TrimmedView(text));
 }
 
 std::string ToUpper(std::string_view text) {
@@ -34,7 +42,9 @@ std::string ToLower(std::string_view text) {
 }
 
 bool EqualsIgnoreCase(std::string_view left, std::string_view right) {
-    return ToUpper(left) == ToUpper(right);
+    return std::equal(
+        left.begin(), left.end(), right.begin(), right.end(),
+        [](unsigned char a, unsigned char b) { return std::toupper(a) == std::toupper(b); });
 }
 
 std::string FixedWidth(std::string_view text, std::size_t width) {

@@ -7,6 +7,8 @@ namespace quench {
 
 // Blanks are spaces only, as in the fixed-width texts of the files.
 std::string Trim(std::string_view text);
+// The same, without a copy: a view into text.
+std::string_view TrimmedView(std::string_view text);
 std::string TrimLeft(std::string_view text);
 std::string TrimRight(std::string_view text);
 std::string ToUpper(std::string_view text);

@@ -197,12 +197,36 @@ std::optional<double> ConvertValue(UnitKind kind, double value, std::string_view
     return Convert(*from, *to, value);
 }
 
+namespace {
+
+// Each kind's US and SI unit, looked up once: result tables convert every row through them.
+struct UnitPair {
+    const UnitDefinition* Us;
+    const UnitDefinition* Si;
+};
+
+const UnitPair& PairOf(UnitKind kind) {
+    static const std::array<UnitPair, UnitKindCount> pairs = [] {
+        std::array<UnitPair, UnitKindCount> list{};
+        for (std::size_t i = 0; i < Kinds.size(); ++i) {
+            list[i] = {FindUnit(Kinds[i].Kind, Kinds[i].UsWord),
+                       FindUnit(Kinds[i].Kind, Kinds[i].SiWord)};
+        }
+        return list;
+    }();
+    return pairs.at(static_cast<std::size_t>(kind));
+}
+
+} // namespace
+
 double ToSI(UnitKind kind, double usValue) {
-    return *ConvertValue(kind, usValue, Definition(kind).UsWord, Definition(kind).SiWord);
+    const UnitPair& pair = PairOf(kind);
+    return Convert(*pair.Us, *pair.Si, usValue);
 }
 
 double FromSI(UnitKind kind, double siValue) {
-    return *ConvertValue(kind, siValue, Definition(kind).SiWord, Definition(kind).UsWord);
+    const UnitPair& pair = PairOf(kind);
+    return Convert(*pair.Si, *pair.Us, siValue);
 }
 
 double ShownValue(UnitKind kind, double storedValue, MeasureSystem system) {

@@ -25,7 +25,7 @@ constexpr const char* PumpDataTitle = "Pump Data";
 constexpr const char* ConfirmDeletionTitle = "Confirm Pump Deletion";
 
 bool IsGiven(const std::string& text) {
-    return !Trim(text).empty();
+    return !TrimmedView(text).empty();
 }
 
 // The same curve for the hydraulics: where the points came from does not count.

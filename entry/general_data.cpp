@@ -378,7 +378,7 @@ void GeneralDataEditor::Load() {
     if (system.ExteriorHoseFlow == 0) {
         system.ExteriorHoseFlow = DefaultExteriorHoseFlow;
     }
-    if (Trim(project_.ProjectData.Date).empty()) {
+    if (TrimmedView(project_.ProjectData.Date).empty()) {
         project_.ProjectData.Date = FormatDate(Now(), NewProjectDatePicture);
     }
     for (int field = 0; field < GeneralFieldCount; ++field) {

@@ -169,8 +169,8 @@ std::vector<std::string> GlobalEdit::HelpValues(std::string_view key) const {
 ItemState GlobalEdit::StateOf(GlobalItem item) const {
     const GlobalItemInfo& info = ItemInfo(item);
     const GlobalEntry& entry = Entry(item);
-    const bool noCurrent = Trim(entry.Current).empty();
-    if (noCurrent && Trim(entry.New).empty() && !info.EmptyName.empty()) {
+    const bool noCurrent = TrimmedView(entry.Current).empty();
+    if (noCurrent && TrimmedView(entry.New).empty() && !info.EmptyName.empty()) {
         return ItemState::BothEmpty;
     }
     const std::optional<GlobalValue> fresh = ValueOfText(item, entry.New, decimalCharacter_);

@@ -233,7 +233,7 @@ bool PipeLibraryEditor::ConfirmDiscard(const char* text) {
 // The typed value in inches. In SI it is typed in millimetres and kept as the pipe editor will
 // look it up: converted and rounded to two decimals.
 bool PipeLibraryEditor::ReadNewDiameter(std::string_view text, Single& nominal) {
-    if (Trim(text).empty()) {
+    if (TrimmedView(text).empty()) {
         Refuse(BlankDiameterText);
         return false;
     }

@@ -236,7 +236,7 @@ void SavePipe(PipeRecord& record, const Project& project, const RowTexts& texts,
         record.TypeGroup = static_cast<Integer>(FieldValue(Trim(texts[TypeGroup])));
     }
     if (touched(DeviceLoss)) {
-        if (Trim(texts[DeviceLoss]).empty()) {
+        if (TrimmedView(texts[DeviceLoss]).empty()) {
             record.DeviceLoss = NotGiven;
         } else if (auto loss =
                        DeviceLossToStore(Trim(texts[DeviceLoss]), system, decimalCharacter)) {
@@ -244,7 +244,7 @@ void SavePipe(PipeRecord& record, const Project& project, const RowTexts& texts,
         }
     }
     if (touched(Diameter)) {
-        if (Trim(texts[Diameter]).empty()) {
+        if (TrimmedView(texts[Diameter]).empty()) {
             record.Diameter = NotGiven;
             record.DiameterFixed = False;
         } else {

@@ -268,9 +268,10 @@ PipeEdit PipeTable::Change(int row, PipeColumn column, std::string_view text) {
     }
     // The Loss field refuses only the word "Curve" outside a pump row.
     const bool refusedText = tested != Trim(ToUpper(text)) &&
-                             !(tested.empty() && Trim(text).empty()) && !IsNodeDataColumn(column);
+                             !(tested.empty() && TrimmedView(text).empty()) &&
+                             !IsNodeDataColumn(column);
     edit.Refused = column == DeviceLoss ? edit.Refused : refusedText;
-    if (IsNodeDataColumn(column) && tested.empty() && !Trim(text).empty()) {
+    if (IsNodeDataColumn(column) && tested.empty() && !TrimmedView(text).empty()) {
         edit.Refused = !KFactorWord(text);
     }
     return edit;
@@ -411,7 +412,8 @@ PipeEdit PipeTable::LeaveNumber(int row, PipeColumn column, std::string_view tex
         dialogs_.ShowMessage(MessageStyle::Information, words::Title, ValueTooLowText);
     }
     // An empty diameter or loss keeps its meaning of "not given"; other fields show 0.
-    const bool keepEmpty = (column == Diameter || column == DeviceLoss) && Trim(tested).empty();
+    const bool keepEmpty =
+        (column == Diameter || column == DeviceLoss) && TrimmedView(tested).empty();
     PipeEdit edit = Change(row, column, keepEmpty ? tested : left.Text);
     edit.Refused = edit.Refused || left.TooLow || tested != Trim(text);
     if (!keepEmpty) {
@@ -425,7 +427,7 @@ PipeEdit PipeTable::LeaveNodeNumber(int row, PipeColumn column, std::string_view
     const PipeRecord& record = Record(row);
     const bool ending = column == EndNode;
     const std::string& node = ending ? record.EndNode : record.BegNode;
-    if (Trim(node).empty()) {
+    if (TrimmedView(node).empty()) {
         return edit;
     }
     std::string_view problem;
@@ -640,7 +642,7 @@ bool PipeTable::MarkChecks(int row, NodeEnd end) {
         return false;
     }
     NodeData data = NodeDataAt(record, end);
-    if (Trim(data.KFactor).empty()) {
+    if (TrimmedView(data.KFactor).empty()) {
         data.KFactor = "0";
         SetNodeData(record, end, data);
     } else if (KFactorValue(data.KFactor, project_.SystemData.DefaultKFactor) != 0) {
@@ -800,7 +802,7 @@ double SprinklerAreaTotal(const Project& project) {
             }
             seen[index] = true;
             const NodeData data = NodeDataAt(record, end);
-            if (Trim(data.KFactor).empty() || ToNumber(data.KFactor) == 0) {
+            if (TrimmedView(data.KFactor).empty() || ToNumber(data.KFactor) == 0) {
                 continue;
             }
             total += data.SprinklerArea != 0 ? data.SprinklerArea

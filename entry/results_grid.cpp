@@ -49,7 +49,7 @@ public:
     // The calculated pipe of a result row: the same two nodes, either way round.
     const CalcPipeRecord* PipeOf(const PipeResultRecord& row) const {
         const auto typed = [this](const std::string& text) {
-            return static_cast<int>(TypedNodeNumber(project_, ToNumber(Trim(text))));
+            return static_cast<int>(TypedNodeNumber(project_, ToNumber(text)));
         };
         const int count = std::clamp<int>(project_.NumberOfPipes, 0, MaxPipes);
         for (int pipe = 1; pipe <= count; ++pipe) {
@@ -101,7 +101,8 @@ public:
                                Number(UnitKind::Pressure_Drop, row.ResidualE, General),
                                Number(UnitKind::Fine_Length, row.InsideDiameter, Fine),
                                Number(UnitKind::Velocity, row.Velocity, General),
-                               Trim(row.FittingText).empty() ? "-----" : Trim(row.FittingText),
+                               TrimmedView(row.FittingText).empty() ? "-----"
+                                                                    : Trim(row.FittingText),
                                Number(UnitKind::Length, row.FittingLength, General),
                                Number(UnitKind::Pressure_Drop, row.ElevationPressure, Fine)};
         ResultsGridLine third{};

@@ -216,7 +216,7 @@ double ReadingAngle(const DrawingPoint& a, const DrawingPoint& b) {
 }
 
 Integer NodeNumber(const std::string& text) {
-    return CInt(ToNumber(Trim(text)));
+    return CInt(ToNumber(text));
 }
 
 std::string PipeText(const PipeResultRecord& result) {
@@ -276,7 +276,7 @@ Annotation Annotate(const Project& project, const DrawingNetwork& network, PairW
     Annotation annotation;
     for (int row = 1; row <= std::clamp<int>(project.NumberOfPipeRows, 0, MaxPipes); ++row) {
         const PipeRecord& input = project.PipeRecord[row];
-        if (Trim(input.CadHandle).empty() || input.Active == 0 || !HasBothNodes(input)) {
+        if (TrimmedView(input.CadHandle).empty() || input.Active == 0 || !HasBothNodes(input)) {
             continue;
         }
         const Integer begin = NodeNumber(input.BegNode);

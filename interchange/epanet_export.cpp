@@ -32,8 +32,8 @@ struct Junction {
 Integer MaterialBetween(const Project& project, Integer a, Integer b) {
     for (int row = 1; row <= std::clamp<int>(project.NumberOfPipeRows, 0, MaxPipes); ++row) {
         const PipeRecord& pipe = project.PipeRecord[row];
-        const Integer begin = CInt(ToNumber(Trim(pipe.BegNode)));
-        const Integer end = CInt(ToNumber(Trim(pipe.EndNode)));
+        const Integer begin = CInt(ToNumber(pipe.BegNode));
+        const Integer end = CInt(ToNumber(pipe.EndNode));
         if (pipe.Active != 0 && ((begin == a && end == b) || (begin == b && end == a))) {
             return pipe.Material;
         }

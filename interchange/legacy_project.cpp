@@ -428,7 +428,7 @@ std::vector<NodeOut> CollectNodes(const Project& project) {
     const int rows = std::clamp<int>(project.NumberOfPipeRows, 0, MaxPipes);
     const auto add = [&](const std::string& text, const std::string& kFactor, Single elevation,
                          Single pressure, Single flow, Single area, const std::string& group) {
-        if (Trim(text).empty()) {
+        if (TrimmedView(text).empty()) {
             return;
         }
         const Integer number = CInt(ToNumber(text));

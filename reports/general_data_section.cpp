@@ -194,10 +194,10 @@ PipeCounts CountRows(const Project& project) {
         }
         ++counts.Active;
         if (EqualsIgnoreCase(Trim(pipe.KFactorB), "Inact")) {
-            inactiveNodes[ToNumber(Trim(pipe.BegNode))] = true;
+            inactiveNodes[ToNumber(pipe.BegNode)] = true;
         }
         if (EqualsIgnoreCase(Trim(pipe.KFactorE), "Inact")) {
-            inactiveNodes[ToNumber(Trim(pipe.EndNode))] = true;
+            inactiveNodes[ToNumber(pipe.EndNode)] = true;
         }
     }
     counts.InactiveSprinklers = static_cast<int>(inactiveNodes.size());

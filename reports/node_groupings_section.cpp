@@ -35,8 +35,8 @@ std::map<double, std::vector<int>> PipesAtNodes(const ReportDocument& document) 
     std::map<double, std::vector<int>> pipes;
     for (int row = 1; row <= document.PipeCount(); ++row) {
         const CalcPipeRecord& pipe = document.Model.CalcPipeRecord[static_cast<std::size_t>(row)];
-        const double begin = ToNumber(Trim(pipe.BegNode));
-        const double end = ToNumber(Trim(pipe.EndNode));
+        const double begin = ToNumber(pipe.BegNode);
+        const double end = ToNumber(pipe.EndNode);
         pipes[begin].push_back(row);
         if (end != begin) {
             pipes[end].push_back(row);
@@ -51,8 +51,8 @@ void NodeBlock(ReportDocument& document, int nodeRow, const std::vector<int>& pi
     bool first = true;
     for (const int row : pipes) {
         const CalcPipeRecord& pipe = document.Pipe(row);
-        const double begin = ToNumber(Trim(pipe.BegNode));
-        const double other = begin == number ? ToNumber(Trim(pipe.EndNode)) : begin;
+        const double begin = ToNumber(pipe.BegNode);
+        const double other = begin == number ? ToNumber(pipe.EndNode) : begin;
         // Flow runs from begin to end when positive: the pipe takes water from this node when it
         // leaves the node that way.
         const double usFlow = document.Model.CalcPipeRecord[static_cast<std::size_t>(row)].Flow;

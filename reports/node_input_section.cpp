@@ -41,8 +41,8 @@ std::map<double, double> TypedEstimates(const Project& project) {
         if (!IsTrue(pipe.Active) || !HasBothNodes(pipe)) {
             continue;
         }
-        estimates.emplace(ToNumber(Trim(pipe.BegNode)), pipe.PressEstimateB);
-        estimates.emplace(ToNumber(Trim(pipe.EndNode)), pipe.PressEstimateE);
+        estimates.emplace(ToNumber(pipe.BegNode), pipe.PressEstimateB);
+        estimates.emplace(ToNumber(pipe.EndNode), pipe.PressEstimateE);
     }
     return estimates;
 }

@@ -49,7 +49,7 @@ std::pair<std::string, std::string> TypedEnds(const ReportDocument& document,
     const int row = typed.Find(pipe.BegNode, pipe.EndNode);
     if (row != 0) {
         const PipeRecord& input = document.Model.PipeRecord[static_cast<std::size_t>(row)];
-        if (ToNumber(Trim(input.BegNode)) == ToNumber(end)) {
+        if (ToNumber(input.BegNode) == ToNumber(end)) {
             std::swap(begin, end);
         }
     }

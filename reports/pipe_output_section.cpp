@@ -94,8 +94,8 @@ std::map<std::pair<double, double>, int> PipesByNodes(const ReportDocument& docu
     std::map<std::pair<double, double>, int> pipes;
     for (int row = document.PipeCount(); row >= 1; --row) {
         const CalcPipeRecord& pipe = document.Model.CalcPipeRecord[static_cast<std::size_t>(row)];
-        const double begin = TypedNodeNumber(document.Model, ToNumber(Trim(pipe.BegNode)));
-        const double end = TypedNodeNumber(document.Model, ToNumber(Trim(pipe.EndNode)));
+        const double begin = TypedNodeNumber(document.Model, ToNumber(pipe.BegNode));
+        const double end = TypedNodeNumber(document.Model, ToNumber(pipe.EndNode));
         pipes[{std::min(begin, end), std::max(begin, end)}] = row;
     }
     return pipes;

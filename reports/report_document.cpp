@@ -73,7 +73,7 @@ std::string ReportDocument::NodeText(double number) const {
 }
 
 std::string ReportDocument::NodeText(std::string_view text) const {
-    return NodeText(ToNumber(Trim(text)));
+    return NodeText(ToNumber(text));
 }
 
 std::string ReportDocument::ProjectText(std::string_view text) {

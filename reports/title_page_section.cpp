@@ -22,7 +22,7 @@ void TitlePageSection(ReportDocument& document) {
     document.DrawFrame();
     canvas.CurrentY += TwipsPerInch;
     const ReportOptions& options = document.Options;
-    if (options.PrintLogo && !Trim(options.TitlePageLogo).empty() &&
+    if (options.PrintLogo && !TrimmedView(options.TitlePageLogo).empty() &&
         canvas.Picture(Trim(options.TitlePageLogo), canvas.MarginLeft, canvas.CurrentY,
                        canvas.ContentWidth(), LogoHeight)) {
         canvas.CurrentY += LogoHeight + TwipsPerInch / 2;

@@ -12,8 +12,8 @@ TypedRows::TypedRows(const Project& project) : project_(project) {
         if (!IsTrue(pipe.Active) || !HasBothNodes(pipe)) {
             continue;
         }
-        const double begin = ToNumber(Trim(pipe.BegNode));
-        const double end = ToNumber(Trim(pipe.EndNode));
+        const double begin = ToNumber(pipe.BegNode);
+        const double end = ToNumber(pipe.EndNode);
         rows_[{std::min(begin, end), std::max(begin, end)}] = row; // the first row wins
     }
 }
@@ -30,7 +30,7 @@ int TypedRows::Find(double begin, double end) const {
 }
 
 int TypedRows::Find(std::string_view begin, std::string_view end) const {
-    return Find(ToNumber(Trim(begin)), ToNumber(Trim(end)));
+    return Find(ToNumber(begin), ToNumber(end));
 }
 
 } // namespace quench

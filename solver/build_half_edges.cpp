@@ -7,7 +7,7 @@
 namespace quench {
 
 int NodeNumberOf(const std::string& text) {
-    const double value = ToNumber(Trim(text));
+    const double value = ToNumber(text);
     return value >= 0 && value <= FirstInflowNode ? static_cast<int>(value) : 0;
 }
 
@@ -100,7 +100,8 @@ void NodeKTexts(const Project& project, SolverState& state) {
     std::vector<bool> found(state.NodeKText.size(), false);
     for (int row = 1; row <= MaxPipes; ++row) {
         const WorkPipeRecord& work = project.WorkPipeRecord[static_cast<std::size_t>(row)];
-        if (!IsTrue(work.Active) || Trim(work.BegNode).empty() || Trim(work.EndNode).empty()) {
+        if (!IsTrue(work.Active) || TrimmedView(work.BegNode).empty() ||
+            TrimmedView(work.EndNode).empty()) {
             continue;
         }
         const PipeRecord& input = project.PipeRecord[static_cast<std::size_t>(row)];

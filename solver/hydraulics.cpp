@@ -1,5 +1,6 @@
 #include "solver/hydraulics.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace quench {
@@ -44,26 +45,44 @@ void ComputeConductances(const Project& project, SolverState& state) {
     }
 }
 
-void ComputeRowFlow(HalfEdge& row, double conductance) {
-    double head = row.FromHead - row.ToHead;
-    // Equal heads move no water; the slope is taken at a small difference so that it stays
-    // finite.
-    const bool level = head == 0;
-    if (level) {
-        head = SmallestHeadDifference;
+namespace {
+
+// The head difference of a row as the flow law takes it: equal heads move no water, and the slope
+// is then taken at a small difference so that it stays finite.
+struct HeadDifference {
+    double Sign;
+    double Magnitude;
+};
+
+HeadDifference HeadDifferenceOf(const HalfEdge& row) {
+    const double head = row.FromHead - row.ToHead;
+    if (head == 0) {
+        return {0.0, SmallestHeadDifference};
     }
-    const double sign = level ? 0.0 : head >= 0 ? 1.0 : -1.0;
-    const double magnitude = std::fabs(head);
-    // One power serves both: the slope c^0.5405 / h^0.4595 is 0.5405 × (h c)^0.5405 / h.
-    const double power = std::pow(magnitude * std::fabs(conductance), FlowExponent);
-    const double slope = FlowExponent * power / magnitude;
+    return {head >= 0 ? 1.0 : -1.0, std::fabs(head)};
+}
+
+double PowerBase(const HeadDifference& head, double conductance) {
+    return head.Magnitude * std::fabs(conductance);
+}
+
+// One power serves both: the slope c^0.5405 / h^0.4595 is 0.5405 × (h c)^0.5405 / h.
+void SetRowFlow(HalfEdge& row, double conductance, const HeadDifference& head, double power) {
+    const double slope = FlowExponent * power / head.Magnitude;
     if (conductance >= 0) {
-        row.Flow = sign * power;
+        row.Flow = head.Sign * power;
         row.Slope = slope;
     } else {
-        row.Flow = -sign * power;
+        row.Flow = -head.Sign * power;
         row.Slope = -slope;
     }
+}
+
+} // namespace
+
+void ComputeRowFlow(HalfEdge& row, double conductance) {
+    const HeadDifference head = HeadDifferenceOf(row);
+    SetRowFlow(row, conductance, head, std::pow(PowerBase(head, conductance), FlowExponent));
 }
 
 namespace {
@@ -96,39 +115,81 @@ void UpdateSprinkler(HalfEdge& row) {
 
 // The other end of the same pipe, solved already with the mirrored heads, gives this row its flow
 // turned round and its slope.
-bool TakeFromReverse(HalfEdge& edge, const HalfEdge& reverse, double conductance,
-                     double reverseConductance) {
-    if (reverse.FromHead != edge.ToHead || reverse.ToHead != edge.FromHead ||
-        conductance != reverseConductance || edge.FromHead == edge.ToHead) {
-        return false;
+bool Mirrors(const HalfEdge& edge, const HalfEdge& reverse, double conductance,
+             double reverseConductance) {
+    return reverse.FromHead == edge.ToHead && reverse.ToHead == edge.FromHead &&
+           conductance == reverseConductance && edge.FromHead != edge.ToHead;
+}
+
+} // namespace
+
+namespace {
+
+// Which rows need the power, and its base, gathered so that the powers are taken together;
+// returns how many.
+std::size_t GatherPowerBases(SolverState& state) {
+    const HalfEdgeTable& edges = state.Edges;
+    const double* const conductance = state.Conductance.data();
+    FlowRows& scratch = state.FlowScratch;
+    std::size_t count = 0;
+    for (int row = 1; row <= edges.Count; ++row) {
+        const HalfEdge& edge = edges[row];
+        RowKind& kind = scratch.Kinds[static_cast<std::size_t>(row)];
+        const int reverse = edge.Reverse;
+        if (IsClosedIntoSupply(edge, state.Options)) {
+            kind = RowKind::Closed;
+        } else if (reverse != 0 && reverse < row &&
+                   scratch.Kinds[static_cast<std::size_t>(reverse)] != RowKind::Closed &&
+                   Mirrors(edge, edges[reverse], conductance[row], conductance[reverse])) {
+            kind = RowKind::Mirrored;
+        } else {
+            kind = RowKind::Powered;
+            scratch.Bases[count++] = PowerBase(HeadDifferenceOf(edge), conductance[row]);
+        }
     }
-    edge.Flow = -reverse.Flow;
-    edge.Slope = reverse.Slope;
-    return true;
+    return count;
+}
+
+void SetFlows(SolverState& state) {
+    HalfEdgeTable& edges = state.Edges;
+    const FlowRows& scratch = state.FlowScratch;
+    std::size_t next = 0;
+    for (int row = 1; row <= edges.Count; ++row) {
+        HalfEdge& edge = edges[row];
+        switch (scratch.Kinds[static_cast<std::size_t>(row)]) {
+        case RowKind::Closed:
+            edge.Flow = 0;
+            edge.Slope = 0;
+            continue;
+        case RowKind::Mirrored:
+            edge.Flow = -edges[edge.Reverse].Flow;
+            edge.Slope = edges[edge.Reverse].Slope;
+            break;
+        case RowKind::Powered:
+            SetRowFlow(edge, state.Conductance[static_cast<std::size_t>(row)],
+                       HeadDifferenceOf(edge), scratch.Powers[next++]);
+            break;
+        }
+        edge.Residual = edge.FromHead - edge.FromElevationHead;
+        UpdateSprinkler(edge);
+    }
 }
 
 } // namespace
 
 void ComputeFlows(SolverState& state) {
-    HalfEdgeTable& edges = state.Edges;
-    const double* const conductance = state.Conductance.data();
-    for (int row = 1; row <= edges.Count; ++row) {
-        HalfEdge& edge = edges[row];
-        if (IsClosedIntoSupply(edge, state.Options)) {
-            edge.Flow = 0;
-            edge.Slope = 0;
-            continue;
-        }
-        const int reverse = edge.Reverse;
-        const bool mirrored =
-            reverse != 0 && reverse < row && !IsClosedIntoSupply(edges[reverse], state.Options) &&
-            TakeFromReverse(edge, edges[reverse], conductance[row], conductance[reverse]);
-        if (!mirrored) {
-            ComputeRowFlow(edge, conductance[row]);
-        }
-        edge.Residual = edge.FromHead - edge.FromElevationHead;
-        UpdateSprinkler(edge);
+    FlowRows& scratch = state.FlowScratch;
+    const std::size_t rows = static_cast<std::size_t>(std::max(state.Edges.Count, 0)) + 1;
+    scratch.Kinds.resize(rows);
+    scratch.Bases.resize(rows);
+    scratch.Powers.resize(rows);
+    const std::size_t count = GatherPowerBases(state);
+    // The powers in a loop of their own: the calls overlap, which they cannot among the branches
+    // of the rows.
+    for (std::size_t at = 0; at < count; ++at) {
+        scratch.Powers[at] = std::pow(scratch.Bases[at], FlowExponent);
     }
+    SetFlows(state);
 }
 
 } // namespace quench

@@ -43,6 +43,11 @@ int Find(const std::vector<int>& columns, int from, int to, int column) {
 } // namespace
 
 void OrderedElimination::Analyse(int size, const std::vector<std::pair<int, int>>& places) {
+    if (std::max(size, 0) == size_ && places == places_ && !values_.empty()) {
+        ClearValues();
+        return;
+    }
+    places_ = places;
     size_ = std::max(size, 0);
     const auto neighbours = Neighbours(size_, places);
     Order(neighbours);

@@ -15,7 +15,8 @@ namespace quench {
 class OrderedElimination {
 public:
     // The pattern: `size` rows and columns, the off-diagonal places (row, column) that may hold a
-    // number. Every diagonal has a place. Allocates; call once per pattern.
+    // number. Every diagonal has a place. Allocates; the same pattern again (a pass that rebuilds
+    // the same network) keeps the analysis and only clears the numbers.
     void Analyse(int size, const std::vector<std::pair<int, int>>& places);
 
     int Size() const { return size_; }
@@ -46,8 +47,9 @@ private:
     bool Factor();
 
     int size_ = 0;
-    std::vector<int> order_; // by elimination place: the row (0-based)
-    std::vector<int> place_; // by row (0-based): its elimination place
+    std::vector<std::pair<int, int>> places_; // the pattern analysed
+    std::vector<int> order_;                  // by elimination place: the row (0-based)
+    std::vector<int> place_;                  // by row (0-based): its elimination place
     // By elimination place, the columns (places) left of and right of the diagonal, ascending.
     std::vector<int> lowerStart_, lowerColumn_, upperStart_, upperColumn_;
     // values_: diagonals by place, right sides by row, then the lower and upper elements.

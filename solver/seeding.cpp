@@ -86,7 +86,7 @@ struct EndEstimate {
 EndEstimate EstimateAt(const Project& project, int number) {
     for (int row = 1; row <= project.NumberOfActivePipes; ++row) {
         const auto& work = project.WorkPipeRecord[static_cast<std::size_t>(row)];
-        if (Trim(work.BegNode).empty() || Trim(work.EndNode).empty()) {
+        if (TrimmedView(work.BegNode).empty() || TrimmedView(work.EndNode).empty()) {
             continue;
         }
         if (static_cast<int>(ToNumber(work.BegNode)) == number) {

@@ -109,9 +109,20 @@ struct OvershootRound {
     float LastStart = 0;               // the start pressure last set by these rounds
 };
 
+// The rows of one flow computation: closed into a supply, taking the flow of their other end, or
+// raised to the flow law's power with the others. Kept between steps so a step allocates nothing.
+enum class RowKind : unsigned char { Closed, Mirrored, Powered };
+
+struct FlowRows {
+    std::vector<RowKind> Kinds; // by half-edge row
+    std::vector<double> Bases;  // of the powered rows, in row order
+    std::vector<double> Powers;
+};
+
 struct SolverState {
     HalfEdgeTable Edges;
-    std::vector<double> Conductance;             // beside each half-edge row
+    std::vector<double> Conductance; // beside each half-edge row
+    FlowRows FlowScratch;
     std::array<Integer, MaterialCodes> CValue{}; // by material code
     SparseMatrix Matrix; // the equations in node order, for the steps that take that order
     EquationLayout Layout;

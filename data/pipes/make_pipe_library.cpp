@@ -167,7 +167,7 @@ PipeLibrary ReadTable(std::istream& in) {
             if (!line.empty() && line.back() == '\r') {
                 line.pop_back();
             }
-            if (quench::Trim(line).empty()) {
+            if (quench::TrimmedView(line).empty()) {
                 continue;
             }
             auto fields = SplitFields(line);

@@ -79,7 +79,7 @@ int main(int argc, char** argv) {
     std::string line;
     std::getline(table, line); // the header
     for (int number = 2; std::getline(table, line); ++number) {
-        if (quench::Trim(line).empty()) {
+        if (quench::TrimmedView(line).empty()) {
             continue;
         }
         quench::PumpRecord record;

@@ -126,6 +126,39 @@ TEST_F(LifecycleOpen, FilesThatCannotBeOpenedLeaveTheOpenProject) {
     EXPECT_EQ(lifecycle.RecentFileList(), std::vector<std::string>{file.string()});
 }
 
+// With nothing open the file is read straight into the model: a damaged one must still leave
+// nothing behind, and the next file opens as if the first had never been tried.
+TEST_F(LifecycleOpen, WithNothingOpenADamagedFileLeavesNothingOpen) {
+    const fs::path damaged = WriteSample("damaged.qnw", "Damaged");
+    {
+        std::string bytes;
+        ASSERT_TRUE(ReadWholeFile(damaged, bytes));
+        bytes[5000] = static_cast<char>(0xD0); // NumberOfPipeRows = 2000
+        bytes[5001] = static_cast<char>(0x07);
+        ASSERT_TRUE(WriteFileAtomically(damaged, bytes));
+    }
+    const fs::path file = WriteSample("plant.qnw", "Plant");
+    auto session = Start();
+    ProjectLifecycle& lifecycle = session->Lifecycle;
+    lifecycle.Open(damaged);
+    EXPECT_EQ(session->Dialogs.LastTitle(), "Project File Open Error");
+    EXPECT_FALSE(lifecycle.ProjectIsLoaded());
+    EXPECT_FALSE(Exists(Projects() / "damaged.tmp"));
+    EXPECT_EQ(session->Model->ProjectData.Title, "");
+    EXPECT_EQ(session->Model->NumberOfPipeRows, 0);
+
+    lifecycle.Open(file);
+    ASSERT_TRUE(lifecycle.ProjectIsLoaded());
+    EXPECT_EQ(session->Model->ProjectData.Title, "Plant");
+    EXPECT_EQ(session->Model->PipeRecord[1].BegNode, "10");
+    EXPECT_EQ(TitleIn(lifecycle.TempFileName()), "Plant");
+
+    // Opened over an open project, the same bytes are tried apart and then read into the model.
+    lifecycle.Open(damaged);
+    EXPECT_EQ(session->Model->ProjectData.Title, "Plant");
+    EXPECT_TRUE(lifecycle.ProjectIsLoaded());
+}
+
 TEST_F(LifecycleOpen, OpeningAnotherProjectAsksAboutTheOpenOne) {
     const fs::path plant = WriteSample("plant.qnw", "Plant");
     const fs::path office = WriteSample("office.qnw", "Office");
