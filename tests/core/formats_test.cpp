@@ -86,6 +86,13 @@ TEST(Str, LeadingBlankNoLeadingZeroShortestText) {
     EXPECT_EQ(NumberText(0.5), "0.5");
     EXPECT_EQ(NumberText(-12.25), "-12.25");
     EXPECT_EQ(NumberText(2.067f), "2.067");
+    // Whole numbers, node numbers above all, are their digits on either side of nine digits.
+    EXPECT_EQ(NumberText(12.0), "12");
+    EXPECT_EQ(NumberText(-0.0), "0");
+    EXPECT_EQ(NumberText(-7.0), "-7");
+    EXPECT_EQ(NumberText(999999999.0), "999999999");
+    EXPECT_EQ(NumberText(1000000000.0), "1000000000");
+    EXPECT_EQ(NumberText(1e15), "1E+15");
 }
 
 TEST(ToNumber, NumbersAndNonNumbers) {
@@ -95,6 +102,9 @@ TEST(ToNumber, NumbersAndNonNumbers) {
     EXPECT_DOUBLE_EQ(ToNumber("5."), 5);
     EXPECT_DOUBLE_EQ(ToNumber("1E3"), 1000);
     EXPECT_DOUBLE_EQ(ToNumber("007"), 7);
+    EXPECT_DOUBLE_EQ(ToNumber(" 123456789 "), 123456789);
+    EXPECT_DOUBLE_EQ(ToNumber("1234567890"), 1234567890);
+    EXPECT_DOUBLE_EQ(ToNumber("12 3"), 0);
     EXPECT_DOUBLE_EQ(ToNumber(""), 0);
     EXPECT_DOUBLE_EQ(ToNumber("Dflt"), 0);
     EXPECT_DOUBLE_EQ(ToNumber("12abc"), 0);
