@@ -8,7 +8,19 @@ namespace {
 namespace fs = std::filesystem;
 using testing::LifecycleTest;
 
-class LifecycleOpen : public LifecycleTest {};
+class LifecycleOpen : public LifecycleTest {
+protected:
+    // A file whose pipe count is beyond the capacity: it would never be written again.
+    fs::path WriteDamagedSample(const std::string& name) {
+        const fs::path file = WriteSample(name, "Damaged");
+        std::string bytes;
+        EXPECT_TRUE(ReadWholeFile(file, bytes));
+        bytes.at(5000) = static_cast<char>(0xD0); // NumberOfPipeRows = 2000
+        bytes.at(5001) = static_cast<char>(0x07);
+        EXPECT_TRUE(WriteFileAtomically(file, bytes));
+        return file;
+    }
+};
 
 TEST_F(LifecycleOpen, OpenWorksOnACopyAndSaveCopiesItBack) {
     const fs::path file = WriteSample("plant.qnw", "Plant");
@@ -98,15 +110,7 @@ TEST_F(LifecycleOpen, FilesThatCannotBeOpenedLeaveTheOpenProject) {
               "This is a DOS QUENCH Project File.  Please select Convert DOS QUENCH Project "
               "Files from the File menu.");
 
-    // A file whose pipe count is beyond the capacity would never be written again.
-    const fs::path damaged = WriteSample("damaged.qnw", "Damaged");
-    {
-        std::string bytes;
-        ASSERT_TRUE(ReadWholeFile(damaged, bytes));
-        bytes[5000] = static_cast<char>(0xD0); // NumberOfPipeRows = 2000
-        bytes[5001] = static_cast<char>(0x07);
-        ASSERT_TRUE(WriteFileAtomically(damaged, bytes));
-    }
+    const fs::path damaged = WriteDamagedSample("damaged.qnw");
     lifecycle.Open(damaged);
     EXPECT_EQ(session->Dialogs.LastTitle(), "Project File Open Error");
     EXPECT_EQ(session->Dialogs.LastText(),
@@ -129,14 +133,7 @@ TEST_F(LifecycleOpen, FilesThatCannotBeOpenedLeaveTheOpenProject) {
 // With nothing open the file is read straight into the model: a damaged one must still leave
 // nothing behind, and the next file opens as if the first had never been tried.
 TEST_F(LifecycleOpen, WithNothingOpenADamagedFileLeavesNothingOpen) {
-    const fs::path damaged = WriteSample("damaged.qnw", "Damaged");
-    {
-        std::string bytes;
-        ASSERT_TRUE(ReadWholeFile(damaged, bytes));
-        bytes[5000] = static_cast<char>(0xD0); // NumberOfPipeRows = 2000
-        bytes[5001] = static_cast<char>(0x07);
-        ASSERT_TRUE(WriteFileAtomically(damaged, bytes));
-    }
+    const fs::path damaged = WriteDamagedSample("damaged.qnw");
     const fs::path file = WriteSample("plant.qnw", "Plant");
     auto session = Start();
     ProjectLifecycle& lifecycle = session->Lifecycle;
