@@ -78,26 +78,73 @@ std::filesystem::path ReplacedFile(const std::filesystem::path& file) {
     return file;
 }
 
-bool WriteRegularFile(const std::filesystem::path& file, std::string_view bytes, std::string* error,
-                      Durability durability);
+bool WriteRegularFile(const std::filesystem::path& file, const PieceProducer& pieces,
+                      std::string* error, Durability durability);
+
+// A device or a pipe takes no rename: the pieces are gathered first, so that a producer that
+// gives up has written nothing into it.
+bool WritePiecesIntoStream(const std::filesystem::path& file, const PieceProducer& pieces,
+                           std::string* error) {
+    std::string bytes;
+    const bool produced = pieces([&bytes](std::string_view piece) {
+        bytes.append(piece);
+        return true;
+    });
+    return produced ? WriteIntoStream(file, bytes, error) : Fail(error, "");
+}
 
 } // namespace
 
 bool WriteFileAtomically(const std::filesystem::path& name, std::string_view bytes,
                          std::string* error, Durability durability) {
+    return WriteFileAtomically(
+        name, [bytes](const WritePiece& write) { return write(bytes); }, error, durability);
+}
+
+bool WriteFileAtomically(const std::filesystem::path& name, const PieceProducer& pieces,
+                         std::string* error, Durability durability) {
     std::error_code ignored;
     const std::filesystem::file_status kind = std::filesystem::status(name, ignored);
     if (std::filesystem::exists(kind) && !std::filesystem::is_regular_file(kind) &&
         !std::filesystem::is_directory(kind)) {
-        return WriteIntoStream(name, bytes, error);
+        return WritePiecesIntoStream(name, pieces, error);
     }
-    return WriteRegularFile(ReplacedFile(name), bytes, error, durability);
+    return WriteRegularFile(ReplacedFile(name), pieces, error, durability);
 }
 
 namespace {
 
-bool WriteRegularFile(const std::filesystem::path& file, std::string_view bytes, std::string* error,
-                      Durability durability) {
+// The permissions of the file replaced, or those a new file gets.
+void TakePermissions(const std::filesystem::path& file, int descriptor) {
+    struct stat existing {};
+    if (::stat(file.c_str(), &existing) == 0) {
+        ::fchmod(descriptor, existing.st_mode & 07777);
+    } else {
+        const mode_t mask = ::umask(0);
+        ::umask(mask);
+        ::fchmod(descriptor, 0666 & ~mask);
+    }
+}
+
+// The pieces into the temporary file; a synced file's pieces start for the disk as they come.
+bool WritePieces(int descriptor, const PieceProducer& pieces, bool synced, bool& writeFailed) {
+    off_t offset = 0;
+    return pieces([&](std::string_view piece) {
+        if (!WriteAll(descriptor, piece)) {
+            writeFailed = true;
+            return false;
+        }
+        if (synced && !piece.empty()) {
+            ::sync_file_range(descriptor, offset, static_cast<off_t>(piece.size()),
+                              SYNC_FILE_RANGE_WRITE);
+        }
+        offset += static_cast<off_t>(piece.size());
+        return true;
+    });
+}
+
+bool WriteRegularFile(const std::filesystem::path& file, const PieceProducer& pieces,
+                      std::string* error, Durability durability) {
     std::error_code ignored;
     if (file.has_parent_path()) {
         std::filesystem::create_directories(file.parent_path(), ignored);
@@ -107,17 +154,13 @@ bool WriteRegularFile(const std::filesystem::path& file, std::string_view bytes,
     if (descriptor < 0) {
         return Fail(error, SystemError("cannot create a temporary file beside", file));
     }
-    struct stat existing {};
-    if (::stat(file.c_str(), &existing) == 0) {
-        ::fchmod(descriptor, existing.st_mode & 07777);
-    } else {
-        const mode_t mask = ::umask(0);
-        ::umask(mask);
-        ::fchmod(descriptor, 0666 & ~mask);
-    }
+    TakePermissions(file, descriptor);
     const bool synced = durability == Durability::Synced;
-    const bool written = WriteAll(descriptor, bytes) && (!synced || ::fsync(descriptor) == 0);
-    const std::string writeError = written ? "" : SystemError("cannot write", temporary);
+    bool writeFailed = false;
+    const bool produced = WritePieces(descriptor, pieces, synced, writeFailed);
+    const bool written = produced && (!synced || ::fsync(descriptor) == 0);
+    writeFailed = writeFailed || (produced && !written);
+    const std::string writeError = writeFailed ? SystemError("cannot write", temporary) : "";
     const bool closed = ::close(descriptor) == 0;
     if (!written || !closed) {
         ::unlink(temporary.c_str());

@@ -5,6 +5,7 @@
 // temporary file is renamed over the old name.
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -20,6 +21,16 @@ enum class Durability { Synced, Unsynced };
 // bytes go out in one write, then one rename. A symbolic link stays and its target is replaced;
 // a device or a pipe (/dev/stdout) is written into, as nothing can be renamed over it.
 bool WriteFileAtomically(const std::filesystem::path& file, std::string_view bytes,
+                         std::string* error = nullptr, Durability durability = Durability::Synced);
+
+// The bytes of a file handed over in pieces, in order, so that a large file is never laid out
+// whole in memory: the producer calls write for each piece and returns false to give up, which
+// leaves the old file as it was (error is then empty unless the writing failed). A synced file
+// starts on its way to the disk piece by piece, so that the final sync has little left to wait
+// for.
+using WritePiece = std::function<bool(std::string_view piece)>;
+using PieceProducer = std::function<bool(const WritePiece& write)>;
+bool WriteFileAtomically(const std::filesystem::path& file, const PieceProducer& pieces,
                          std::string* error = nullptr, Durability durability = Durability::Synced);
 
 // The whole file as bytes; false when it cannot be read, and error says why ("it is a

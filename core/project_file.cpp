@@ -104,10 +104,29 @@ private:
     std::size_t count_ = 0;
 };
 
+std::string_view AsText(const Bytes& bytes) {
+    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
 // Lays the records one after another, each on its own background of blanks.
 class ProjectWriter {
 public:
     explicit ProjectWriter(Bytes& image) : image_(image) { image_.clear(); }
+
+    // Written out in pieces: the records laid go to write whenever they reach pieceBytes.
+    ProjectWriter(Bytes& buffer, const WritePiece& write, std::size_t pieceBytes)
+        : image_(buffer), write_(&write), pieceBytes_(pieceBytes) {
+        image_.clear();
+    }
+
+    // Hands over the records laid since the last piece; false once a write has failed.
+    bool Flush() {
+        if (write_ != nullptr && !writeFailed_ && !image_.empty()) {
+            writeFailed_ = !(*write_)(AsText(image_));
+        }
+        image_.clear();
+        return !writeFailed_;
+    }
 
     template <class Data>
     void Record(std::string_view name, const Data& data) {
@@ -147,6 +166,9 @@ private:
     }
 
     std::span<std::uint8_t> NextRecord() {
+        if (write_ != nullptr && image_.size() >= pieceBytes_) {
+            Flush();
+        }
         image_.resize(image_.size() + ProjectRecordLength);
         return std::span<std::uint8_t>(image_).last(ProjectRecordLength);
     }
@@ -161,12 +183,11 @@ private:
     }
 
     Bytes& image_;
+    const WritePiece* write_ = nullptr;
+    std::size_t pieceBytes_ = 0;
+    bool writeFailed_ = false;
     std::string problem_;
 };
-
-std::string_view AsText(const Bytes& bytes) {
-    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
-}
 
 void SetError(std::string* error, std::string text) {
     if (error != nullptr) {
@@ -294,6 +315,9 @@ bool LayProjectImage(const Project& project, std::vector<std::uint8_t>& image, s
     return true;
 }
 
+// The records go to the file in pieces of this size, laid in one buffer used again and again.
+constexpr std::size_t PieceBytes = 512 * 1024;
+
 WriteOutcome WriteProject(const Project& project, const std::filesystem::path& file,
                           std::string* error) {
     if (const auto problem = CountAboveCapacity(project); !problem.empty()) {
@@ -304,14 +328,22 @@ WriteOutcome WriteProject(const Project& project, const std::filesystem::path& f
         SetError(error, "the file name is blank");
         return WriteOutcome::Skipped;
     }
-    Bytes image;
+    RecordCounter counter;
+    VisitProjectRecords(project, counter);
+    VisitExtensionRecords(project, counter);
+    std::string layProblem;
+    const PieceProducer pieces = [&project, &layProblem](const WritePiece& write) {
+        Bytes buffer;
+        buffer.reserve(PieceBytes + ProjectRecordLength);
+        ProjectWriter writer(buffer, write, PieceBytes);
+        VisitProjectRecords(project, writer);
+        VisitExtensionRecords(project, writer);
+        layProblem = writer.Problem();
+        return layProblem.empty() && writer.Flush();
+    };
     std::string problem;
-    if (!LayProjectImage(project, image, &problem)) {
-        SetError(error, problem);
-        return WriteOutcome::Failed;
-    }
-    if (!AppendFileTail(file, image, problem) || !ReplaceFile(file, AsText(image), problem)) {
-        SetError(error, problem);
+    if (!ReplaceFileHeadInPieces(file, counter.Records() * ProjectRecordLength, pieces, problem)) {
+        SetError(error, layProblem.empty() ? problem : layProblem);
         return WriteOutcome::Failed;
     }
     return WriteOutcome::Written;

@@ -231,6 +231,24 @@ bool ReplaceFile(const fs::path& file, std::string_view bytes, std::string& erro
     return WriteFileAtomically(target, bytes, &error, durability);
 }
 
+bool ReplaceFileHeadInPieces(const fs::path& file, std::size_t head, const PieceProducer& pieces,
+                             std::string& error, Durability durability) {
+    const fs::path target = ResolveTarget(file);
+    std::error_code ignored;
+    const fs::file_status kind = fs::status(target, ignored);
+    if (!CheckTarget(target, kind, error)) {
+        return false;
+    }
+    std::vector<std::uint8_t> tail;
+    if (fs::exists(kind) && !ReadFileTail(target, head, tail, error)) {
+        return false;
+    }
+    const PieceProducer withTail = [&pieces, &tail](const WritePiece& write) {
+        return pieces(write) && write({reinterpret_cast<const char*>(tail.data()), tail.size()});
+    };
+    return WriteFileAtomically(target, withTail, &error, durability);
+}
+
 bool ReplaceFileHead(const fs::path& file, std::span<const std::uint8_t> head, std::string& error,
                      Durability durability) {
     std::string bytes;

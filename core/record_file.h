@@ -47,4 +47,10 @@ bool ReplaceFileHead(const std::filesystem::path& file, std::span<const std::uin
 bool ReplaceFile(const std::filesystem::path& file, std::string_view bytes, std::string& error,
                  Durability durability = Durability::Synced);
 
+// The same with the bytes handed over in pieces (core/atomic_write.h), followed by whatever of the
+// file lay beyond the first `head` bytes, so that a head of that length replaces the file's head.
+bool ReplaceFileHeadInPieces(const std::filesystem::path& file, std::size_t head,
+                             const PieceProducer& pieces, std::string& error,
+                             Durability durability = Durability::Synced);
+
 } // namespace quench

@@ -69,6 +69,42 @@ TEST(ProjectSave, BothFilesHoldTheImageAndTheWorkingFilesTail) {
     EXPECT_EQ(testing::LoadFile(alone), image);
 }
 
+// A project of many records is written in pieces from one small buffer: the file is the same as
+// one image would give, the old tail stays, and a record that cannot be laid halfway through
+// leaves the old file as it was.
+TEST(ProjectSave, ALargeProjectIsWrittenInPiecesAndAllOrNothing) {
+    ScratchDirectory scratch;
+    auto project = std::make_unique<Project>();
+    project->NumberOfPipeRows = MaxPipes;
+    for (int row = 1; row <= MaxPipes; ++row) {
+        project->PipeRecord[row].BegNode = std::to_string(row);
+        project->PipeRecord[row].EndNode = std::to_string(row + 1);
+        project->PipeRecord[row].FittingText = "E" + std::to_string(row % 7);
+    }
+    const FileBytes image = testing::LayProjectFile(*project);
+    ASSERT_GT(image.size(), 512u * 1024); // more than one piece
+    const auto file = scratch / "large.qnw";
+    FileBytes old(image.size() + 3000);
+    for (std::size_t index = 0; index < old.size(); ++index) {
+        old[index] = static_cast<std::uint8_t>(index * 7 + 3);
+    }
+    testing::SaveFile(file, old);
+    std::string error;
+    ASSERT_EQ(WriteProject(*project, file, &error), WriteOutcome::Written) << error;
+    FileBytes expected = image;
+    expected.insert(expected.end(), old.begin() + static_cast<std::ptrdiff_t>(image.size()),
+                    old.end());
+    EXPECT_EQ(testing::LoadFile(file), expected);
+
+    // A fitting text too long for its record near the end: nothing of the new bytes lands.
+    project->PipeRecord[MaxPipes - 2].FittingText = std::string(1200, 'T');
+    EXPECT_EQ(WriteProject(*project, file, &error), WriteOutcome::Failed);
+    EXPECT_NE(error.find("does not fit in a record of 1000 bytes"), std::string::npos) << error;
+    EXPECT_NE(error.find("row " + std::to_string(MaxPipes - 2)), std::string::npos) << error;
+    EXPECT_EQ(testing::LoadFile(file), expected);
+    EXPECT_EQ(FilesIn(scratch.Path()), 1u); // no temporary file left behind
+}
+
 TEST(ProjectSave, ALinkedNamedFileIsWrittenThroughItsLink) {
     ScratchDirectory scratch;
     fs::create_directory(scratch / "store");
