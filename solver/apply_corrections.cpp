@@ -1,7 +1,9 @@
 #include "solver/apply_corrections.h"
 
+#include "solver/build_matrix.h"
 #include "solver/solver_messages.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace quench {
@@ -57,20 +59,24 @@ double Damp(SolverState& state, double average) {
     return state.NotConverged == 0 ? 1.0 : 1.0 / state.DampingFactor;
 }
 
-double ColumnCorrection(const SolverState& state, int position) {
-    if (position == 0) {
-        return 0;
-    }
-    const int column = state.ColumnOfPosition[static_cast<std::size_t>(position)];
-    return column == 0 ? 0.0 : state.Correction[static_cast<std::size_t>(column)];
-}
-
+// The heads of both ends of every row, by the columns laid out with the equations; a node
+// without a column (a held node) takes no correction.
 void UpdateHeads(SolverState& state, double w) {
     HalfEdgeTable& edges = state.Edges;
+    if (state.FromColumn.size() != static_cast<std::size_t>(std::max(edges.Count, 0)) + 1) {
+        AssignEdgeColumns(state); // columns set without the equations being laid out
+    }
+    if (state.Correction.empty()) {
+        state.Correction.resize(1);
+    }
+    state.Correction[0] = 0; // column 0 is no column
+    const double* const correction = state.Correction.data();
+    const int* const from = state.FromColumn.data();
+    const int* const to = state.ToColumn.data();
     for (int row = 1; row <= edges.Count; ++row) {
         HalfEdge& edge = edges[row];
-        edge.FromHead = edge.FromHead - w * ColumnCorrection(state, edge.FromPosition);
-        edge.ToHead = edge.ToHead - w * ColumnCorrection(state, edge.ToPosition);
+        edge.FromHead = edge.FromHead - w * correction[from[row]];
+        edge.ToHead = edge.ToHead - w * correction[to[row]];
     }
     if (state.Options.DemandMode && edges.Count > 0) {
         const std::size_t beyond = static_cast<std::size_t>(edges.DistinctNodes) + 1;

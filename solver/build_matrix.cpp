@@ -26,6 +26,21 @@ void AssignColumns(SolverState& state) {
             state.ColumnOfPosition[static_cast<std::size_t>(position)] = ++column;
         }
     }
+    AssignEdgeColumns(state);
+}
+
+void AssignEdgeColumns(SolverState& state) {
+    const HalfEdgeTable& edges = state.Edges;
+    const auto columnOf = [&state](int position) {
+        return position == 0 ? 0 : state.ColumnOfPosition[static_cast<std::size_t>(position)];
+    };
+    const std::size_t rows = static_cast<std::size_t>(std::max(edges.Count, 0)) + 1;
+    state.FromColumn.assign(rows, 0);
+    state.ToColumn.assign(rows, 0);
+    for (int row = 1; row <= edges.Count; ++row) {
+        state.FromColumn[static_cast<std::size_t>(row)] = columnOf(edges[row].FromPosition);
+        state.ToColumn[static_cast<std::size_t>(row)] = columnOf(edges[row].ToPosition);
+    }
 }
 
 int RightHandSideColumn(const SolverState& state) {

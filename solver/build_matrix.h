@@ -11,6 +11,9 @@ bool HasFixedHead(const SolverState& state, int number);
 // Numbers the unknowns: the nodes in node table order that have rows and no fixed head.
 void AssignColumns(SolverState& state);
 
+// Each half-edge row's two columns, from the columns of the node positions.
+void AssignEdgeColumns(SolverState& state);
+
 // One flow balance per node: the sum of |slope| × correction equals the node's outflow. In
 // Demand mode the inflow's row says instead that the inflow equals the total outflow. The
 // diagonal holds pipe slopes only; a neighbour reached by parallel pipes keeps the slope of the

@@ -48,6 +48,7 @@ void OrderedElimination::Analyse(int size, const std::vector<std::pair<int, int>
         return;
     }
     places_ = places;
+    ++analyses_;
     size_ = std::max(size, 0);
     const auto neighbours = Neighbours(size_, places);
     Order(neighbours);

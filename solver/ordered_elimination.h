@@ -39,6 +39,8 @@ public:
 
     // Elements the elimination adds to the pattern, for the benchmarks.
     std::size_t FillCount() const { return fill_; }
+    // Patterns analysed so far (a pattern met again in a row is not analysed again).
+    long Analyses() const { return analyses_; }
 
 private:
     void Order(const std::vector<std::vector<int>>& neighbours);
@@ -65,6 +67,7 @@ private:
     std::vector<double> built_;  // the diagonals as built, by place
     std::vector<double> result_; // by place
     std::size_t fill_ = 0;
+    long analyses_ = 0;
 };
 
 } // namespace quench

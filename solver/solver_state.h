@@ -132,7 +132,9 @@ struct SolverState {
     long NodeOrderSteps = 0;  // steps solved in node order and in the ordered elimination
     long OrderedSteps = 0;
     std::vector<int> ColumnOfPosition; // by node position: the node's column, 0 for none
-    std::vector<double> Correction;    // by column
+    std::vector<int> FromColumn;       // by half-edge row: the columns of its two nodes
+    std::vector<int> ToColumn;
+    std::vector<double> Correction; // by column
     std::vector<double> CorrectionSign;
     std::vector<int> BucketHeads; // the elimination's rows by the column of their first element
     std::vector<int> BucketNext;
