@@ -99,4 +99,13 @@ void ReadFullProjectFile(benchmark::State& state) {
 }
 BENCHMARK(ReadFullProjectFile)->Unit(benchmark::kMillisecond);
 
+// A model made and given back, as every command does once.
+void MakeEmptyProject(benchmark::State& state) {
+    for (auto _ : state) {
+        auto project = std::make_unique<Project>();
+        benchmark::DoNotOptimize(project.get());
+    }
+}
+BENCHMARK(MakeEmptyProject)->Unit(benchmark::kMillisecond);
+
 } // namespace
