@@ -121,10 +121,6 @@ bool Mirrors(const HalfEdge& edge, const HalfEdge& reverse, double conductance,
            conductance == reverseConductance && edge.FromHead != edge.ToHead;
 }
 
-} // namespace
-
-namespace {
-
 // Which rows need the power, and its base, gathered so that the powers are taken together;
 // returns how many.
 std::size_t GatherPowerBases(SolverState& state) {
