@@ -221,8 +221,17 @@ void ProjectLifecycle::RecoverUntitled() {
 }
 
 bool ProjectLifecycle::CanBeOpened(const fs::path& file) {
+    std::vector<std::uint8_t> bytes;
+    std::string reason;
+    const auto reach = static_cast<std::size_t>(LastRecordNumber) * ProjectRecordLength;
+    return ReadFileHead(file, reach, bytes, reason) && FitsTheModel(bytes);
+}
+
+// The bytes read as a project apart from the model, which stays as it is.
+bool ProjectLifecycle::FitsTheModel(const std::vector<std::uint8_t>& bytes) {
     const auto candidate = std::make_unique<Project>();
-    return ReadProject(*candidate, file) && CountsWithinCapacity(*candidate);
+    ReadProjectFileBytes(*candidate, bytes);
+    return CountsWithinCapacity(*candidate);
 }
 
 void ProjectLifecycle::OpenNamed(fs::path file) {
@@ -295,9 +304,7 @@ void ProjectLifecycle::OpenNamed(fs::path file) {
 bool ProjectLifecycle::TryFile(const std::vector<std::uint8_t>& bytes) {
     readAhead_ = !projectIsLoaded_;
     if (!readAhead_) {
-        const auto candidate = std::make_unique<Project>();
-        ReadProjectFileBytes(*candidate, bytes);
-        return CountsWithinCapacity(*candidate);
+        return FitsTheModel(bytes);
     }
     ResetProject(project_);
     ReadProjectFileBytes(project_, bytes);

@@ -19,6 +19,7 @@
 #include "core/project.h"
 #include "core/settings.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -201,6 +202,7 @@ private:
     bool TryFile(const std::vector<std::uint8_t>& bytes);
     bool LoadWorkingCopy(const std::vector<std::uint8_t>& bytes);
     static bool CanBeOpened(const std::filesystem::path& file);
+    static bool FitsTheModel(const std::vector<std::uint8_t>& bytes);
     void Loaded();
     void ClosedAfterFailure(std::string_view text);
     void Closed();

@@ -14,10 +14,6 @@ namespace quench {
 
 namespace {
 
-double Value(const std::string& text) {
-    return ToNumber(text);
-}
-
 bool HasNode(const WorkPipeRecord& row) {
     return !TrimmedView(row.BegNode).empty() || !TrimmedView(row.EndNode).empty();
 }
@@ -32,8 +28,8 @@ bool Fault(RunContext& context, const std::string& text, int row = 0,
 using NodePair = std::pair<double, double>;
 
 NodePair PairOf(const WorkPipeRecord& row) {
-    const double begin = Value(row.BegNode);
-    const double end = Value(row.EndNode);
+    const double begin = ToNumber(row.BegNode);
+    const double end = ToNumber(row.EndNode);
     return {std::min(begin, end), std::max(begin, end)};
 }
 
@@ -78,7 +74,7 @@ bool CheckRows(RunContext& context) {
             continue;
         }
         for (const std::string* text : {&work.BegNode, &work.EndNode}) {
-            if (!TrimmedView(*text).empty() && Value(*text) == 0) {
+            if (!TrimmedView(*text).empty() && ToNumber(*text) == 0) {
                 return Fault(context, messages::NodeZero(row), row);
             }
         }
@@ -92,7 +88,7 @@ bool CheckRows(RunContext& context) {
     }
     for (int row = 1; row <= MaxPipes; ++row) {
         const WorkPipeRecord& work = project.WorkPipeRecord[row];
-        if (HasBothNodes(work) && Value(work.BegNode) == Value(work.EndNode)) {
+        if (HasBothNodes(work) && ToNumber(work.BegNode) == ToNumber(work.EndNode)) {
             return Fault(context,
                          messages::SameNodes(row, TypedNodeText(project, work.BegNode),
                                              TypedNodeText(project, work.EndNode)),
@@ -136,7 +132,7 @@ Reach WalkFromInflow(const Project& project, double inflow) {
     for (int row = 1; row <= MaxPipes; ++row) {
         const WorkPipeRecord& work = project.WorkPipeRecord[row];
         if (Crossable(work)) {
-            pipes.emplace_back(Value(work.BegNode), Value(work.EndNode));
+            pipes.emplace_back(ToNumber(work.BegNode), ToNumber(work.EndNode));
             reach.Nodes.push_back(pipes.back().first);
             reach.Nodes.push_back(pipes.back().second);
         }
@@ -196,7 +192,7 @@ std::string IsolatedNodeText(const Project& project, const Reach& reach) {
             continue;
         }
         for (const std::string* text : {&work.BegNode, &work.EndNode}) {
-            const double value = Value(*text);
+            const double value = ToNumber(*text);
             ++rowsAtNode[value];
             textOf.emplace(value, TypedNodeText(project, *text));
         }
@@ -240,10 +236,10 @@ double MarkedInflowValue(const Project& project) {
             continue;
         }
         if (work.BegIsInflow == 1) {
-            return Value(work.BegNode);
+            return ToNumber(work.BegNode);
         }
         if (work.EndIsInflow == 1) {
-            return Value(work.EndNode);
+            return ToNumber(work.EndNode);
         }
     }
     return project.InflowNode;

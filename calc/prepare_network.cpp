@@ -19,10 +19,6 @@ namespace {
 constexpr const char* InflowText = "10000";
 constexpr Single DryFactor = 1.3f;
 
-double Value(const std::string& text) {
-    return ToNumber(text);
-}
-
 bool IsActiveWithNodes(const WorkPipeRecord& row) {
     return IsTrue(row.Active) && HasBothNodes(row);
 }
@@ -79,8 +75,8 @@ Integer CountActivePipes(Project& project) {
             continue;
         }
         ++count;
-        input.BegNode = NumberText(Value(input.BegNode));
-        input.EndNode = NumberText(Value(input.EndNode));
+        input.BegNode = NumberText(ToNumber(input.BegNode));
+        input.EndNode = NumberText(ToNumber(input.EndNode));
     }
     return count;
 }
@@ -92,11 +88,11 @@ void MarkInflow(Project& project) {
         if (!HasBothNodes(work)) {
             continue;
         }
-        if (Value(work.BegNode) == inflow) {
+        if (ToNumber(work.BegNode) == inflow) {
             work.BegNode = InflowText;
             return;
         }
-        if (Value(work.EndNode) == inflow) {
+        if (ToNumber(work.EndNode) == inflow) {
             work.EndNode = InflowText;
             return;
         }
@@ -113,7 +109,7 @@ std::vector<int> SortedNodes(const Project& project) {
             continue;
         }
         for (const std::string* text : {&work.BegNode, &work.EndNode}) {
-            const double value = Value(*text);
+            const double value = ToNumber(*text);
             const int number = value >= 0 && value <= InflowNodeCode ? static_cast<int>(value) : 0;
             if (!seen[static_cast<std::size_t>(number)]) {
                 seen[static_cast<std::size_t>(number)] = true;
@@ -142,8 +138,8 @@ std::vector<TakenPipe> TakePipes(const Project& project, const std::vector<int>&
         if (!IsActiveWithNodes(work)) {
             continue;
         }
-        const double begin = Value(work.BegNode);
-        const double end = Value(work.EndNode);
+        const double begin = ToNumber(work.BegNode);
+        const double end = ToNumber(work.EndNode);
         if (begin == end) {
             continue;
         }
@@ -243,8 +239,8 @@ std::map<int, NodeEnd> FirstEnds(const Project& project) {
         if (!IsActiveWithNodes(work)) {
             continue;
         }
-        ends.emplace(static_cast<int>(Value(work.BegNode)), NodeEnd{row, true});
-        ends.emplace(static_cast<int>(Value(work.EndNode)), NodeEnd{row, false});
+        ends.emplace(static_cast<int>(ToNumber(work.BegNode)), NodeEnd{row, true});
+        ends.emplace(static_cast<int>(ToNumber(work.EndNode)), NodeEnd{row, false});
     }
     return ends;
 }

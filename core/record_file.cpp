@@ -182,39 +182,36 @@ bool CheckTarget(const fs::path& target, fs::file_status kind, std::string& erro
     return true;
 }
 
+// The checked target of a save and whatever of its file lies beyond the first `head` bytes (none
+// for a file not there yet).
+bool TailBeyond(const fs::path& file, std::size_t head, fs::path& target,
+                std::vector<std::uint8_t>& tail, std::string& error) {
+    target = ResolveTarget(file);
+    std::error_code ignored;
+    const fs::file_status kind = fs::status(target, ignored);
+    tail.clear();
+    return CheckTarget(target, kind, error) &&
+           (!fs::exists(kind) || ReadFileTail(target, head, tail, error));
+}
+
 } // namespace
 
 bool LayFileOverHead(const fs::path& file, std::span<const std::uint8_t> head, std::string& bytes,
                      std::string& error) {
-    const fs::path target = ResolveTarget(file);
-    std::error_code ignored;
-    const fs::file_status kind = fs::status(target, ignored);
-    if (!CheckTarget(target, kind, error)) {
+    fs::path target;
+    std::vector<std::uint8_t> tail;
+    if (!TailBeyond(file, head.size(), target, tail, error)) {
         return false;
     }
     bytes.assign(head.begin(), head.end());
-    if (fs::exists(kind)) {
-        std::vector<std::uint8_t> tail;
-        if (!ReadFileTail(target, head.size(), tail, error)) {
-            return false;
-        }
-        bytes.append(tail.begin(), tail.end());
-    }
+    bytes.append(tail.begin(), tail.end());
     return true;
 }
 
 bool AppendFileTail(const fs::path& file, std::vector<std::uint8_t>& image, std::string& error) {
-    const fs::path target = ResolveTarget(file);
-    std::error_code ignored;
-    const fs::file_status kind = fs::status(target, ignored);
-    if (!CheckTarget(target, kind, error)) {
-        return false;
-    }
-    if (!fs::exists(kind)) {
-        return true;
-    }
+    fs::path target;
     std::vector<std::uint8_t> tail;
-    if (!ReadFileTail(target, image.size(), tail, error)) {
+    if (!TailBeyond(file, image.size(), target, tail, error)) {
         return false;
     }
     image.insert(image.end(), tail.begin(), tail.end());
@@ -233,14 +230,9 @@ bool ReplaceFile(const fs::path& file, std::string_view bytes, std::string& erro
 
 bool ReplaceFileHeadInPieces(const fs::path& file, std::size_t head, const PieceProducer& pieces,
                              std::string& error, Durability durability) {
-    const fs::path target = ResolveTarget(file);
-    std::error_code ignored;
-    const fs::file_status kind = fs::status(target, ignored);
-    if (!CheckTarget(target, kind, error)) {
-        return false;
-    }
+    fs::path target;
     std::vector<std::uint8_t> tail;
-    if (fs::exists(kind) && !ReadFileTail(target, head, tail, error)) {
+    if (!TailBeyond(file, head, target, tail, error)) {
         return false;
     }
     const PieceProducer withTail = [&pieces, &tail](const WritePiece& write) {

@@ -77,18 +77,8 @@ void ExpectBranchSizes(Project& project) {
 // pipe open to sizing, sized from a 1 in. minimum at the damping given.
 void BuildOpenTree(Project& project, Integer initialDamping, Integer minimumDamping) {
     NetworkBuilder network(project);
-    ShapeOptions options;
-    options.FlowingBranchLines = 0;
-    options.FlowingPerLine = 0;
-    BuildTree(network, 4, 5, options);
+    BuildTreeOpenToSizing(network, 4, 5);
     network.DemandMode(7, 0.15f);
-    for (int row = 1; row <= project.NumberOfPipeRows; ++row) {
-        PipeRecord& pipe = project.PipeRecord[static_cast<std::size_t>(row)];
-        if (pipe.Diameter == options.BranchDiameter) {
-            pipe.Diameter = 0;
-            pipe.DiameterFixed = False;
-        }
-    }
     CalculationData& data = project.CalculationData;
     data.MaxWaterVelocity = MaximumVelocity;
     data.MaxFrictionalLoss = MaximumFriction;

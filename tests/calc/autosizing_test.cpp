@@ -34,17 +34,8 @@ void OpenToSizing(PipeRecord& row) {
 // A cross main of 4" feeding four branch lines of five sprinklers; every branch pipe is open.
 void BuildSizedTree(Project& project) {
     NetworkBuilder network(project);
-    ShapeOptions options;
-    options.FlowingBranchLines = 0;
-    options.FlowingPerLine = 0;
-    BuildTree(network, 4, 5, options);
+    BuildTreeOpenToSizing(network, 4, 5);
     network.DemandMode(7, 0.15f);
-    for (int row = 1; row <= project.NumberOfPipeRows; ++row) {
-        PipeRecord& pipe = project.PipeRecord[static_cast<std::size_t>(row)];
-        if (pipe.Diameter == options.BranchDiameter) {
-            OpenToSizing(pipe);
-        }
-    }
     project.CalculationData.MaxWaterVelocity = MaximumVelocity;
     project.CalculationData.MaxFrictionalLoss = MaximumFriction;
 }
@@ -201,17 +192,9 @@ TEST(Autosizing, BothLimitsOffGiveTheSmallestSizes) {
 void BuildLightHazardTree(Project& project, Integer initialDamping, Integer minimumDamping) {
     NetworkBuilder network(project);
     ShapeOptions options;
-    options.FlowingBranchLines = 0;
-    options.FlowingPerLine = 0;
     options.Area = 130;
-    BuildTree(network, 6, 6, options);
+    BuildTreeOpenToSizing(network, 6, 6, options);
     network.DemandMode(7, 0.1f);
-    for (int row = 1; row <= project.NumberOfPipeRows; ++row) {
-        PipeRecord& pipe = project.PipeRecord[static_cast<std::size_t>(row)];
-        if (pipe.Diameter == options.BranchDiameter) {
-            OpenToSizing(pipe);
-        }
-    }
     CalculationData& data = project.CalculationData;
     data.MaxWaterVelocity = MaximumVelocity;
     data.MaxFrictionalLoss = 0;

@@ -14,12 +14,6 @@ namespace {
 using namespace quench::testing;
 namespace fs = std::filesystem;
 
-std::string Bytes(const fs::path& file) {
-    std::string bytes;
-    EXPECT_TRUE(ReadWholeFile(file, bytes));
-    return bytes;
-}
-
 void WriteText(const fs::path& file, const std::string& text) {
     ASSERT_TRUE(WriteFileAtomically(file, text));
 }
@@ -49,7 +43,7 @@ TEST(PipesCommand, EveryBundledExampleComesBackFromItsTable) {
         fs::copy_file(typed, imported);
         const CommandOutcome printed = RunQuench({"pipes", typed.string()});
         ASSERT_EQ(printed.Status, ExitSuccess) << printed.Err;
-        EXPECT_EQ(Bytes(typed), Bytes(entry.path())); // printing changes nothing
+        EXPECT_EQ(FileText(typed), FileText(entry.path())); // printing changes nothing
         // Into a project whose rows are cleared first, so nothing but the table can fill them.
         {
             auto cleared = Read(imported);
@@ -91,7 +85,7 @@ TEST(PipesCommand, EveryBundledExampleComesBackFromItsTable) {
 TEST(PipesCommand, ABadCellRefusesTheWholeTableAndLeavesTheFile) {
     ScratchDirectory scratch;
     const fs::path file = CopyExample(scratch, "branch_line.qnw");
-    const std::string before = Bytes(file);
+    const std::string before = FileText(file);
     const auto refused = [&](const std::string& csv, const std::string& line) {
         WriteText(scratch / "t.csv", csv);
         const CommandOutcome outcome =
@@ -99,7 +93,7 @@ TEST(PipesCommand, ABadCellRefusesTheWholeTableAndLeavesTheFile) {
         EXPECT_EQ(outcome.Status, ExitStopped) << csv;
         EXPECT_NE(outcome.Err.find(line), std::string::npos) << outcome.Err;
         EXPECT_EQ(std::count(outcome.Err.begin(), outcome.Err.end(), '\n'), 1) << outcome.Err;
-        EXPECT_EQ(Bytes(file), before);
+        EXPECT_EQ(FileText(file), before);
         EXPECT_FALSE(fs::exists(scratch / "branch_line.tmp"));
     };
     refused("BegNode,EndNode,ElevationB\n1,10,0\n10,20,5000\n",

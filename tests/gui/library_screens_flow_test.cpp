@@ -14,6 +14,7 @@
 #include "gui/validated_field.h"
 #include "library/pump_curve_text.h"
 #include "tests/gui/desktop_fixture.h"
+#include "tests/gui/widget_input.h"
 
 #include <cmath>
 
@@ -30,9 +31,11 @@ namespace quench {
 namespace {
 
 namespace fs = std::filesystem;
+using testing::Choose;
 using testing::DataDirectory;
 using testing::Desktop;
 using testing::ScratchDirectory;
+using testing::Type;
 
 constexpr double HmdTarget = 15;
 // A pump rated 150 gpm at 40 psi, as its data sheet gives four points.
@@ -43,16 +46,6 @@ struct Size {
     const char* Inner;
 };
 const Size Sizes[] = {{"1", "1.101"}, {"1.5", "1.598"}, {"2", "2.095"}};
-
-void Type(QLineEdit* field, const QString& text) {
-    field->selectAll();
-    QTest::keyClicks(field, text);
-}
-
-void Choose(QComboBox* box, int index) {
-    box->setCurrentIndex(index);
-    emit box->activated(index);
-}
 
 // The program's directory as a copy the test may write: the pipe library and the pump database.
 fs::path CopyOfProgramDirectory(const ScratchDirectory& scratch) {

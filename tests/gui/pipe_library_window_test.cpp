@@ -2,6 +2,7 @@
 #include "entry/library_pick_lists.h"
 #include "gui/pipe_library_window.h"
 #include "library/pipe_library_file.h"
+#include "tests/gui/widget_input.h"
 #include "tests/support/scratch_directory.h"
 #include "tests/support/scripted_dialogs.h"
 
@@ -17,25 +18,17 @@
 namespace quench {
 namespace {
 
+using testing::Choose;
 using testing::DataDirectory;
 using testing::ScratchDirectory;
 using testing::ScriptedDialogs;
+using testing::Type;
 
 // The library that comes with the program, as a copy the test may write.
 std::filesystem::path CopyOfLibrary(const ScratchDirectory& scratch) {
     const std::filesystem::path copy = PipeLibraryPath(scratch.Path());
     std::filesystem::copy_file(PipeLibraryPath(DataDirectory()), copy);
     return copy;
-}
-
-void Type(QLineEdit* field, const QString& text) {
-    field->selectAll();
-    QTest::keyClicks(field, text);
-}
-
-void Choose(QComboBox* box, int index) {
-    box->setCurrentIndex(index);
-    emit box->activated(index);
 }
 
 struct Size {

@@ -22,28 +22,13 @@ namespace {
 namespace fs = std::filesystem;
 using testing::CommandOutcome;
 using testing::ExpectOneLineError;
+using testing::ExpectOrderlyEnd;
+using testing::FileText;
 using testing::RunQuench;
 using testing::ScratchDirectory;
 
 fs::path Example(const std::string& name) {
     return testing::SourceDirectory() / "examples" / name;
-}
-
-std::string Bytes(const fs::path& file) {
-    std::string bytes;
-    EXPECT_TRUE(ReadWholeFile(file, bytes)) << file;
-    return bytes;
-}
-
-// A run that ended as the command line promises: a known status, and a reason on stderr
-// whenever a file or usage error stopped it.
-void ExpectOrderlyEnd(const CommandOutcome& outcome, const std::string& what) {
-    EXPECT_TRUE(outcome.Status == cli::ExitSuccess || outcome.Status == cli::ExitStopped ||
-                outcome.Status == cli::ExitUsage)
-        << what << " ended with " << outcome.Status;
-    if (outcome.Status == cli::ExitUsage) {
-        EXPECT_NE(outcome.Err, "") << what << " stopped without a word";
-    }
 }
 
 // The commands that read a project and write nothing beside it, and those that save it.
@@ -59,7 +44,7 @@ std::vector<cli::Arguments> ReadingCommands(const fs::path& file, const ScratchD
 
 class DamagedProject : public ::testing::Test {
 protected:
-    DamagedProject() : sound_(Bytes(Example("branch_line.qnw"))) {}
+    DamagedProject() : sound_(FileText(Example("branch_line.qnw"))) {}
 
     // Every command on the bytes, the saving ones on a copy of them.
     void RunAll(const std::string& bytes, const std::string& what) {
@@ -67,12 +52,12 @@ protected:
         ASSERT_TRUE(WriteFileAtomically(file, bytes));
         for (const auto& arguments : ReadingCommands(file, scratch_)) {
             ExpectOrderlyEnd(RunQuench(arguments), what + ": quench " + arguments[0]);
-            EXPECT_EQ(Bytes(file), bytes) << what << ": quench " << arguments[0];
+            EXPECT_EQ(FileText(file), bytes) << what << ": quench " << arguments[0];
         }
         const CommandOutcome calc = RunQuench({"calc", file.string(), "--yes"});
         ExpectOrderlyEnd(calc, what + ": quench calc");
         if (calc.Status != cli::ExitSuccess) {
-            EXPECT_EQ(Bytes(file), bytes) << what << ": a failed calc changed the file";
+            EXPECT_EQ(FileText(file), bytes) << what << ": a failed calc changed the file";
         }
         EXPECT_FALSE(fs::exists(scratch_ / "damaged.tmp")) << what;
     }
@@ -146,7 +131,7 @@ TEST(NoFileAtAll, EveryReaderRefusesDirectoriesDevicesAndPipes) {
     }
     ExpectOneLineError(RunQuench({"calc", directory.string()}), "it is a directory");
     ExpectOneLineError(RunQuench({"build", "tree", directory.string()}), "it is a directory");
-    EXPECT_EQ(Bytes(project), Bytes(Example("branch_line.qnw")));
+    EXPECT_EQ(FileText(project), FileText(Example("branch_line.qnw")));
 }
 
 // What a command writes lands where the name leads: a symbolic link keeps pointing at the
@@ -161,7 +146,7 @@ TEST(CommandOutput, LinksDevicesPipesAndDirectories) {
         RunQuench({"report", project, "--text", (scratch / "link.txt").string()});
     EXPECT_EQ(linked.Status, cli::ExitSuccess) << linked.Err;
     EXPECT_TRUE(fs::is_symlink(scratch / "link.txt"));
-    EXPECT_NE(Bytes(scratch / "target.txt").find("Branch line"), std::string::npos);
+    EXPECT_NE(FileText(scratch / "target.txt").find("Branch line"), std::string::npos);
 
     EXPECT_EQ(RunQuench({"report", project, "--text", "/dev/null"}).Status, cli::ExitSuccess);
     EXPECT_TRUE(fs::is_character_file("/dev/null"));
@@ -187,7 +172,7 @@ TEST(CommandOutput, AFailedSaveLeavesTheProject) {
     fs::create_directory(folder);
     const fs::path file = folder / "line.qnw";
     fs::copy_file(Example("branch_line.qnw"), file);
-    const std::string before = Bytes(file);
+    const std::string before = FileText(file);
     fs::permissions(folder, fs::perms::owner_read | fs::perms::owner_exec);
     const CommandOutcome calc = RunQuench({"calc", file.string()});
     const CommandOutcome created = RunQuench({"new", (folder / "fresh.qnw").string()});
@@ -195,7 +180,7 @@ TEST(CommandOutput, AFailedSaveLeavesTheProject) {
     EXPECT_EQ(calc.Status, cli::ExitUsage);
     EXPECT_NE(calc.Err, "");
     ExpectOneLineError(created, "fresh.qnw");
-    EXPECT_EQ(Bytes(file), before);
+    EXPECT_EQ(FileText(file), before);
 
     fs::permissions(file, fs::perms::none);
     ExpectOneLineError(RunQuench({"dump", file.string()}), "Permission denied");
@@ -209,7 +194,7 @@ TEST(BadArguments, EveryCommandAnswersWithOneLine) {
     ScratchDirectory scratch;
     const fs::path file = scratch / "line.qnw";
     fs::copy_file(Example("branch_line.qnw"), file);
-    const std::string before = Bytes(file);
+    const std::string before = FileText(file);
     const std::string name = file.string();
     const std::vector<cli::Arguments> runs = {
         {"calc"},
@@ -269,7 +254,7 @@ TEST(BadArguments, EveryCommandAnswersWithOneLine) {
         SCOPED_TRACE(line);
         ExpectOneLineError(RunQuench(arguments), "");
     }
-    EXPECT_EQ(Bytes(file), before);
+    EXPECT_EQ(FileText(file), before);
     EXPECT_FALSE(fs::exists(scratch / "o.xyz"));
 }
 

@@ -21,23 +21,10 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::CommandOutcome;
+using testing::ExpectOrderlyEnd;
+using testing::FileText;
 using testing::RunQuench;
 using testing::ScratchDirectory;
-
-std::string Bytes(const fs::path& file) {
-    std::string bytes;
-    EXPECT_TRUE(ReadWholeFile(file, bytes)) << file;
-    return bytes;
-}
-
-void ExpectOrderlyEnd(const CommandOutcome& outcome, const std::string& what) {
-    EXPECT_TRUE(outcome.Status == cli::ExitSuccess || outcome.Status == cli::ExitStopped ||
-                outcome.Status == cli::ExitUsage)
-        << what << " ended with " << outcome.Status;
-    if (outcome.Status == cli::ExitUsage) {
-        EXPECT_NE(outcome.Err, "") << what << " stopped without a word";
-    }
-}
 
 // Damaged copies of a sound file: cut at spread lengths, then with bytes changed at random.
 // Text files also get their numbers made absurd.
@@ -91,7 +78,7 @@ void Attack(const fs::path& file, const std::string& sound, bool text, unsigned 
             const std::string what = file.filename().string() + " #" + std::to_string(index) +
                                      ": quench " + arguments[0];
             ExpectOrderlyEnd(RunQuench(arguments), what);
-            EXPECT_EQ(Bytes(file), bytes) << what;
+            EXPECT_EQ(FileText(file), bytes) << what;
         }
         ++index;
     }
@@ -101,7 +88,7 @@ TEST(DamagedDataFile, PipeLibrary) {
     ScratchDirectory scratch;
     const fs::path library = scratch / "PIPE.DAT";
     const std::string name = library.string();
-    Attack(library, Bytes(testing::DataDirectory() / "PIPE.DAT"), false, 1,
+    Attack(library, FileText(testing::DataDirectory() / "PIPE.DAT"), false, 1,
            {{"library", "--library", name},
             {"library", "1", "--library", name},
             {"library", "50", "--json", "--library", name},
@@ -114,7 +101,7 @@ TEST(DamagedDataFile, PumpDatabase) {
     ScratchDirectory scratch;
     const fs::path database = scratch / "Pump.Dat";
     const std::string name = database.string();
-    Attack(database, Bytes(testing::DataDirectory() / "Pump.Dat"), false, 2,
+    Attack(database, FileText(testing::DataDirectory() / "Pump.Dat"), false, 2,
            {{"pump", "list", "--database", name},
             {"pump", "show", "1", "--database", name},
             {"pump", "show", "8", "--database", name}});
@@ -131,13 +118,13 @@ TEST(DamagedDataFile, PipeTableToImport) {
     for (const std::string& bytes : Damaged(table.Out, true, 3)) {
         ASSERT_TRUE(WriteFileAtomically(csv, bytes));
         fs::copy_file(example, project, fs::copy_options::overwrite_existing);
-        const std::string before = Bytes(project);
+        const std::string before = FileText(project);
         const std::string what = "rows #" + std::to_string(index++);
         const CommandOutcome imported =
             RunQuench({"pipes", project.string(), "--import", csv.string(), "--sort"});
         ExpectOrderlyEnd(imported, what + " import");
         if (imported.Status != cli::ExitSuccess) {
-            EXPECT_EQ(Bytes(project), before) << what;
+            EXPECT_EQ(FileText(project), before) << what;
             continue;
         }
         ExpectOrderlyEnd(RunQuench({"calc", project.string(), "--yes"}), what + " calc");
@@ -152,17 +139,17 @@ TEST(DamagedDataFile, CadDataFileDrawingAndDosProject) {
     const fs::path examples = testing::SourceDirectory() / "examples";
     const fs::path out = scratch / "out.qnw";
     const fs::path cad = scratch / "in.qnc";
-    Attack(cad, Bytes(examples / "riser_and_branch.qnc"), true, 4,
+    Attack(cad, FileText(examples / "riser_and_branch.qnc"), true, 4,
            {{"convert", cad.string(), out.string()}});
     const fs::path drawing = scratch / "in.dxf";
-    Attack(drawing, Bytes(examples / "small_tree.dxf"), true, 5,
+    Attack(drawing, FileText(examples / "small_tree.dxf"), true, 5,
            {{"convert", drawing.string(), out.string(), "--snap", "0.5"},
             {"convert", (examples / "branch_line.qnw").string(), (scratch / "o.dxf").string(),
              "--drawing", drawing.string()}});
     const fs::path dos = scratch / "old.qnd";
     ASSERT_EQ(RunQuench({"convert", (examples / "branch_line.qnw").string(), dos.string()}).Status,
               cli::ExitSuccess);
-    Attack(dos, Bytes(dos), false, 6, {{"convert", dos.string(), out.string()}});
+    Attack(dos, FileText(dos), false, 6, {{"convert", dos.string(), out.string()}});
 }
 
 // The settings file is read by the desktop at every start: any text parses, and what parses

@@ -4,6 +4,7 @@
 // a NaN posted or a run past the iteration budget.
 
 #include "calc/independent_check.h"
+#include "core/finite_fields.h"
 #include "core/formats.h"
 #include "core/record_layout.h"
 #include "tests/support/network_shapes.h"
@@ -20,42 +21,11 @@ namespace {
 
 using namespace quench::testing;
 
-// Every number of a record is finite; the first that is not is named.
-class FiniteFields {
-public:
-    explicit FiniteFields(std::string record) : record_(std::move(record)) {}
-
-    template <class T>
-    void Number(std::string_view name, const T& value) {
-        if constexpr (std::is_floating_point_v<T>) {
-            if (!std::isfinite(value) && bad_.empty()) {
-                bad_ = record_ + "." + std::string(name) + " = " + std::to_string(value);
-            }
-        }
-    }
-    template <class T, std::size_t Count>
-    void Numbers(std::string_view name, const std::array<T, Count>& values) {
-        for (const T& value : values) {
-            Number(name, value);
-        }
-    }
-    template <std::size_t Count>
-    void Bytes(std::string_view, const std::array<std::uint8_t, Count>&) {}
-    void Text(std::string_view, const std::string&, std::size_t) {}
-    void String(std::string_view, const std::string&) {}
-
-    const std::string& Bad() const { return bad_; }
-
-private:
-    std::string record_;
-    std::string bad_;
-};
-
+// The first number of a record that is not finite, named with its record; "" when none.
 template <class Record>
 std::string FirstNonFinite(const std::string& name, const Record& record) {
-    FiniteFields fields(name);
-    VisitRecordFields(record, fields);
-    return fields.Bad();
+    const std::string_view field = FirstNonFiniteField(record);
+    return field.empty() ? std::string() : name + "." + std::string(field);
 }
 
 // The first number that a posted run left infinite or NaN in the rows, tables or summary.

@@ -37,4 +37,15 @@ inline void ExpectOneLineError(const CommandOutcome& outcome, const std::string&
     EXPECT_EQ(outcome.Out, "");
 }
 
+// A run that ended as the command line promises: a known status, and a reason on stderr
+// whenever a file or usage error stopped it.
+inline void ExpectOrderlyEnd(const CommandOutcome& outcome, const std::string& what) {
+    EXPECT_TRUE(outcome.Status == cli::ExitSuccess || outcome.Status == cli::ExitStopped ||
+                outcome.Status == cli::ExitUsage)
+        << what << " ended with " << outcome.Status;
+    if (outcome.Status == cli::ExitUsage) {
+        EXPECT_NE(outcome.Err, "") << what << " stopped without a word";
+    }
+}
+
 } // namespace quench::testing

@@ -85,6 +85,21 @@ void BuildTree(NetworkBuilder& network, int branches, int sprinklers, const Shap
     }
 }
 
+void BuildTreeOpenToSizing(NetworkBuilder& network, int branches, int sprinklers,
+                           ShapeOptions options) {
+    options.FlowingBranchLines = 0;
+    options.FlowingPerLine = 0;
+    BuildTree(network, branches, sprinklers, options);
+    Project& project = network.Model();
+    for (int row = 1; row <= project.NumberOfPipeRows; ++row) {
+        PipeRecord& pipe = project.PipeRecord[static_cast<std::size_t>(row)];
+        if (pipe.Diameter == options.BranchDiameter) {
+            pipe.Diameter = 0;
+            pipe.DiameterFixed = False;
+        }
+    }
+}
+
 void BuildGrid(NetworkBuilder& network, int rows, int columns, const ShapeOptions& options) {
     Riser(network, LatticeNode(0, 0, columns), options);
     for (int row = 0; row < rows; ++row) {

@@ -42,6 +42,11 @@ int LatticeNode(int row, int column, int columns);
 void BuildTree(NetworkBuilder& network, int branches, int sprinklers,
                const ShapeOptions& options = {});
 
+// The same tree with every sprinkler flowing and every branch line pipe open to sizing (no
+// diameter, not fixed): what autosizing is given.
+void BuildTreeOpenToSizing(NetworkBuilder& network, int branches, int sprinklers,
+                           ShapeOptions options = {});
+
 // `rows` branch lines of `columns` nodes each; mains join the first and last columns.
 // Pipes: rows * (columns - 1) + 2 * (rows - 1), more with cross joins, plus the riser.
 void BuildGrid(NetworkBuilder& network, int rows, int columns, const ShapeOptions& options = {});

@@ -1,8 +1,12 @@
 #include "tests/support/scratch_directory.h"
 
+#include "core/atomic_write.h"
+
 #include <atomic>
 #include <random>
 #include <unistd.h>
+
+#include <gtest/gtest.h>
 
 namespace quench::testing {
 
@@ -26,6 +30,12 @@ std::filesystem::path SourceDirectory() {
 
 std::filesystem::path DataDirectory() {
     return QUENCH_DATA_DIR;
+}
+
+std::string FileText(const std::filesystem::path& file) {
+    std::string bytes;
+    EXPECT_TRUE(ReadWholeFile(file, bytes)) << file;
+    return bytes;
 }
 
 } // namespace quench::testing

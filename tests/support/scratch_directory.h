@@ -21,6 +21,9 @@ private:
     std::filesystem::path path_;
 };
 
+// The whole of a file as bytes; the test fails (and gets "") when it cannot be read.
+std::string FileText(const std::filesystem::path& file);
+
 // The source tree and the directory of the built binaries and data files.
 std::filesystem::path SourceDirectory();
 std::filesystem::path DataDirectory();
