@@ -17,22 +17,6 @@ std::size_t At(int index) {
     return static_cast<std::size_t>(index);
 }
 
-// The rows' columns as a symmetric pattern without the diagonal, sorted, without repeats.
-std::vector<std::vector<int>> Neighbours(int size, const std::vector<std::pair<int, int>>& places) {
-    std::vector<std::vector<int>> neighbours(At(size));
-    for (const auto& [row, column] : places) {
-        if (row != column && row >= 1 && row <= size && column >= 1 && column <= size) {
-            neighbours[At(row - 1)].push_back(column - 1);
-            neighbours[At(column - 1)].push_back(row - 1);
-        }
-    }
-    for (auto& list : neighbours) {
-        std::sort(list.begin(), list.end());
-        list.erase(std::unique(list.begin(), list.end()), list.end());
-    }
-    return neighbours;
-}
-
 int Find(const std::vector<int>& columns, int from, int to, int column) {
     const auto begin = columns.begin() + from;
     const auto end = columns.begin() + to;
@@ -50,9 +34,9 @@ void OrderedElimination::Analyse(int size, const std::vector<std::pair<int, int>
     places_ = places;
     ++analyses_;
     size_ = std::max(size, 0);
-    const auto neighbours = Neighbours(size_, places);
-    Order(neighbours);
-    Structure(neighbours);
+    Neighbours(places);
+    Order();
+    Structure();
     rightSide_ = size_;
     lower_ = 2 * size_;
     upper_ = lower_ + static_cast<int>(lowerColumn_.size());
@@ -61,22 +45,54 @@ void OrderedElimination::Analyse(int size, const std::vector<std::pair<int, int>
     Targets();
 }
 
+// The rows' columns as a symmetric pattern without the diagonal, each row's columns ascending and
+// without repeats (0-based), in flat arrays kept from one analysis to the next.
+void OrderedElimination::Neighbours(const std::vector<std::pair<int, int>>& places) {
+    const auto inside = [this](int row, int column) {
+        return row != column && row >= 1 && row <= size_ && column >= 1 && column <= size_;
+    };
+    neighbourStart_.assign(At(size_) + 1, 0);
+    for (const auto& [row, column] : places) {
+        if (inside(row, column)) {
+            ++neighbourStart_[At(row)];
+            ++neighbourStart_[At(column)];
+        }
+    }
+    for (int row = 0; row < size_; ++row) {
+        neighbourStart_[At(row) + 1] += neighbourStart_[At(row)];
+    }
+    neighbour_.resize(At(neighbourStart_[At(size_)]));
+    scratch_.assign(neighbourStart_.begin(), neighbourStart_.end() - 1);
+    for (const auto& [row, column] : places) {
+        if (inside(row, column)) {
+            neighbour_[At(scratch_[At(row - 1)]++)] = column - 1;
+            neighbour_[At(scratch_[At(column - 1)]++)] = row - 1;
+        }
+    }
+    // Each row sorted and its repeats dropped, the rows closed up.
+    int kept = 0;
+    for (int row = 0; row < size_; ++row) {
+        const auto begin = neighbour_.begin() + neighbourStart_[At(row)];
+        const auto end = neighbour_.begin() + neighbourStart_[At(row) + 1];
+        std::sort(begin, end);
+        const auto last = std::unique(begin, end);
+        neighbourStart_[At(row)] = kept;
+        kept = static_cast<int>(std::copy(begin, last, neighbour_.begin() + kept) -
+                                neighbour_.begin());
+    }
+    neighbourStart_[At(size_)] = kept;
+    neighbour_.resize(At(kept));
+}
+
 // Approximate minimum degree, from SuiteSparse; the node order when it cannot run.
-void OrderedElimination::Order(const std::vector<std::vector<int>>& neighbours) {
+void OrderedElimination::Order() {
     order_.resize(At(size_));
     std::iota(order_.begin(), order_.end(), 0);
-    std::vector<int> starts(At(size_) + 1, 0);
-    std::vector<int> indexes;
-    for (int column = 0; column < size_; ++column) {
-        const auto& list = neighbours[At(column)];
-        indexes.insert(indexes.end(), list.begin(), list.end());
-        starts[At(column) + 1] = static_cast<int>(indexes.size());
-    }
     if (size_ > 1) {
-        std::vector<int> order(At(size_));
-        if (amd_order(size_, starts.data(), indexes.data(), order.data(), nullptr, nullptr) >=
-            AMD_OK) {
-            order_ = order;
+        scratch_.resize(At(size_));
+        if (amd_order(size_, neighbourStart_.data(), neighbour_.data(), scratch_.data(), nullptr,
+                      nullptr) >= AMD_OK) {
+            order_.swap(scratch_);
         }
     }
     place_.assign(At(size_), 0);
@@ -88,12 +104,19 @@ void OrderedElimination::Order(const std::vector<std::vector<int>>& neighbours) 
 // The places each row of the elimination holds once the rows before it are eliminated: its own
 // neighbours after it, and what the rows eliminated into it (its children in the elimination
 // tree) carry over.
-void OrderedElimination::Structure(const std::vector<std::vector<int>>& neighbours) {
-    std::vector<std::vector<int>> upper(At(size_));
-    std::vector<std::vector<int>> children(At(size_));
-    std::vector<int> mark(At(size_), -1);
+void OrderedElimination::Structure() {
+    upperStart_.assign(At(size_) + 1, 0);
+    upperColumn_.clear();
+    // The children of each place, as lists linked through the places.
+    std::vector<int>& firstChild = lowerStart_;
+    std::vector<int>& nextChild = lowerColumn_;
+    firstChild.assign(At(size_), -1);
+    nextChild.assign(At(size_), -1);
+    std::vector<int>& mark = scratch_;
+    mark.assign(At(size_), -1);
+    std::vector<int> row;
     for (int place = 0; place < size_; ++place) {
-        auto& row = upper[At(place)];
+        row.clear();
         mark[At(place)] = place;
         const auto take = [&](int column) {
             if (column > place && mark[At(column)] != place) {
@@ -101,43 +124,40 @@ void OrderedElimination::Structure(const std::vector<std::vector<int>>& neighbou
                 row.push_back(column);
             }
         };
-        for (const int neighbour : neighbours[At(order_[At(place)])]) {
-            take(place_[At(neighbour)]);
+        const int node = order_[At(place)];
+        for (int n = neighbourStart_[At(node)]; n < neighbourStart_[At(node) + 1]; ++n) {
+            take(place_[At(neighbour_[At(n)])]);
         }
-        for (const int child : children[At(place)]) {
-            for (const int column : upper[At(child)]) {
-                take(column);
+        for (int child = firstChild[At(place)]; child >= 0; child = nextChild[At(child)]) {
+            for (int u = upperStart_[At(child)]; u < upperStart_[At(child) + 1]; ++u) {
+                take(upperColumn_[At(u)]);
             }
         }
         std::sort(row.begin(), row.end());
-        if (!row.empty()) {
-            children[At(row.front())].push_back(place);
-        }
-    }
-    std::vector<int> lowerCount(At(size_), 0);
-    upperStart_.assign(At(size_) + 1, 0);
-    upperColumn_.clear();
-    std::size_t original = 0;
-    for (int place = 0; place < size_; ++place) {
-        for (const int column : upper[At(place)]) {
-            ++lowerCount[At(column)];
-        }
-        upperColumn_.insert(upperColumn_.end(), upper[At(place)].begin(), upper[At(place)].end());
+        upperColumn_.insert(upperColumn_.end(), row.begin(), row.end());
         upperStart_[At(place) + 1] = static_cast<int>(upperColumn_.size());
-        original += neighbours[At(order_[At(place)])].size();
+        if (!row.empty()) {
+            nextChild[At(place)] = firstChild[At(row.front())];
+            firstChild[At(row.front())] = place;
+        }
     }
+    // The lower elements: by place, the places before it whose upper rows hold it.
     lowerStart_.assign(At(size_) + 1, 0);
+    for (const int column : upperColumn_) {
+        ++lowerStart_[At(column) + 1];
+    }
     for (int place = 0; place < size_; ++place) {
-        lowerStart_[At(place) + 1] = lowerStart_[At(place)] + lowerCount[At(place)];
+        lowerStart_[At(place) + 1] += lowerStart_[At(place)];
     }
     lowerColumn_.assign(upperColumn_.size(), 0);
-    std::vector<int> next(lowerStart_.begin(), lowerStart_.end() - 1);
+    std::vector<int>& next = scratch_;
+    next.assign(lowerStart_.begin(), lowerStart_.end() - 1);
     for (int place = 0; place < size_; ++place) {
-        for (const int column : upper[At(place)]) {
-            lowerColumn_[At(next[At(column)]++)] = place;
+        for (int u = upperStart_[At(place)]; u < upperStart_[At(place) + 1]; ++u) {
+            lowerColumn_[At(next[At(upperColumn_[At(u)])]++)] = place;
         }
     }
-    fill_ = 2 * upperColumn_.size() - original;
+    fill_ = 2 * upperColumn_.size() - neighbour_.size();
 }
 
 // Row i eliminates with the rows k of its lower elements; each upper element (k, c) of row k
@@ -172,7 +192,8 @@ void OrderedElimination::Targets() {
     }
     columnElement_.assign(lowerColumn_.size(), 0);
     columnRow_.assign(lowerColumn_.size(), 0);
-    std::vector<int> next(columnStart_.begin(), columnStart_.end() - 1);
+    std::vector<int>& next = scratch_;
+    next.assign(columnStart_.begin(), columnStart_.end() - 1);
     for (int i = 0; i < size_; ++i) {
         for (int e = lowerStart_[At(i)]; e < lowerStart_[At(i) + 1]; ++e) {
             const int at = next[At(lowerColumn_[At(e)])]++;

@@ -43,15 +43,19 @@ public:
     long Analyses() const { return analyses_; }
 
 private:
-    void Order(const std::vector<std::vector<int>>& neighbours);
-    void Structure(const std::vector<std::vector<int>>& neighbours);
+    void Neighbours(const std::vector<std::pair<int, int>>& places);
+    void Order();
+    void Structure();
     void Targets();
     bool Factor();
 
     int size_ = 0;
     std::vector<std::pair<int, int>> places_; // the pattern analysed
-    std::vector<int> order_;                  // by elimination place: the row (0-based)
-    std::vector<int> place_;                  // by row (0-based): its elimination place
+    // By row (0-based), its neighbours in the symmetric pattern, ascending, without the diagonal.
+    std::vector<int> neighbourStart_, neighbour_;
+    std::vector<int> scratch_; // working room of the analysis
+    std::vector<int> order_;   // by elimination place: the row (0-based)
+    std::vector<int> place_;   // by row (0-based): its elimination place
     // By elimination place, the columns (places) left of and right of the diagonal, ascending.
     std::vector<int> lowerStart_, lowerColumn_, upperStart_, upperColumn_;
     // values_: diagonals by place, right sides by row, then the lower and upper elements.
