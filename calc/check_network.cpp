@@ -33,16 +33,44 @@ NodePair PairOf(const WorkPipeRecord& row) {
     return {std::min(begin, end), std::max(begin, end)};
 }
 
-// Two rows are the same pipe when their nodes are equal, as texts or as values, either way round.
-bool CheckDuplicates(RunContext& context) {
-    const Project& project = context.Project;
-    std::map<NodePair, std::vector<int>> rowsOfPair;
+// For each row with a node, the first other row (in row order) that joins the same two nodes; 0
+// when there is none.
+std::vector<int> FirstOtherRowOfPair(const Project& project) {
+    struct PairRow {
+        NodePair Pair;
+        int Row = 0;
+    };
+    std::vector<PairRow> rows;
+    rows.reserve(MaxPipes);
     for (int row = 1; row <= MaxPipes; ++row) {
         const WorkPipeRecord& work = project.WorkPipeRecord[row];
         if (HasNode(work)) {
-            rowsOfPair[PairOf(work)].push_back(row);
+            rows.push_back({PairOf(work), row});
         }
     }
+    const auto before = [](const PairRow& left, const PairRow& right) {
+        return left.Pair < right.Pair;
+    };
+    std::stable_sort(rows.begin(), rows.end(), before);
+    std::vector<int> other(MaxPipes + 1, 0);
+    for (auto group = rows.begin(); group != rows.end();) {
+        const auto end = std::upper_bound(group, rows.end(), *group, before);
+        if (end - group >= 2) {
+            const int first = group->Row;
+            const int second = (group + 1)->Row;
+            for (auto at = group; at != end; ++at) {
+                other[static_cast<std::size_t>(at->Row)] = at->Row == first ? second : first;
+            }
+        }
+        group = end;
+    }
+    return other;
+}
+
+// Two rows are the same pipe when their nodes are equal, as texts or as values, either way round.
+bool CheckDuplicates(RunContext& context) {
+    const Project& project = context.Project;
+    const std::vector<int> otherOf = FirstOtherRowOfPair(project);
     int blanksInARow = 0;
     for (int row = 1; row <= MaxPipes && blanksInARow < 3; ++row) {
         const WorkPipeRecord& work = project.WorkPipeRecord[row];
@@ -51,10 +79,8 @@ bool CheckDuplicates(RunContext& context) {
             continue;
         }
         blanksInARow = 0;
-        for (int other : rowsOfPair[PairOf(work)]) {
-            if (other == row) {
-                continue;
-            }
+        const int other = otherOf[static_cast<std::size_t>(row)];
+        if (other != 0) {
             const WorkPipeRecord& second = project.WorkPipeRecord[other];
             const std::string begin = TypedNodeText(project, second.BegNode);
             const std::string end = TypedNodeText(project, second.EndNode);
@@ -126,34 +152,48 @@ bool Crossable(const WorkPipeRecord& row) {
     return IsTrue(row.Active) && HasBothNodes(row);
 }
 
-Reach WalkFromInflow(const Project& project, double inflow) {
-    Reach reach;
-    std::vector<std::pair<double, double>> pipes;
+// The crossable rows as pairs of places in reach.Nodes, which it fills: every end sorted once
+// by its value, equal values one place.
+std::vector<std::pair<int, int>> PlacePipes(const Project& project, Reach& reach) {
+    std::vector<std::pair<double, int>> ends; // value, end (2 × pipe + 0 or 1)
+    ends.reserve(2 * MaxPipes);
     for (int row = 1; row <= MaxPipes; ++row) {
         const WorkPipeRecord& work = project.WorkPipeRecord[row];
         if (Crossable(work)) {
-            pipes.emplace_back(ToNumber(work.BegNode), ToNumber(work.EndNode));
-            reach.Nodes.push_back(pipes.back().first);
-            reach.Nodes.push_back(pipes.back().second);
+            const int end = static_cast<int>(ends.size());
+            ends.emplace_back(ToNumber(work.BegNode), end);
+            ends.emplace_back(ToNumber(work.EndNode), end + 1);
         }
     }
+    std::sort(ends.begin(), ends.end());
+    std::vector<std::pair<int, int>> pipes(ends.size() / 2);
+    for (const auto& [value, end] : ends) {
+        if (reach.Nodes.empty() || reach.Nodes.back() != value) {
+            reach.Nodes.push_back(value);
+        }
+        const int place = static_cast<int>(reach.Nodes.size()) - 1;
+        auto& pipe = pipes[static_cast<std::size_t>(end / 2)];
+        (end % 2 == 0 ? pipe.first : pipe.second) = place;
+    }
+    return pipes;
+}
+
+Reach WalkFromInflow(const Project& project, double inflow) {
+    Reach reach;
+    const std::vector<std::pair<int, int>> pipes = PlacePipes(project, reach);
     reach.Rows = static_cast<int>(pipes.size());
-    std::sort(reach.Nodes.begin(), reach.Nodes.end());
-    reach.Nodes.erase(std::unique(reach.Nodes.begin(), reach.Nodes.end()), reach.Nodes.end());
     const std::size_t count = reach.Nodes.size();
     std::vector<int> start(count + 1, 0);
-    for (const auto& [begin, end] : pipes) {
-        ++start[static_cast<std::size_t>(reach.PlaceOf(begin)) + 1];
-        ++start[static_cast<std::size_t>(reach.PlaceOf(end)) + 1];
+    for (const auto& [from, to] : pipes) {
+        ++start[static_cast<std::size_t>(from) + 1];
+        ++start[static_cast<std::size_t>(to) + 1];
     }
     for (std::size_t place = 0; place < count; ++place) {
         start[place + 1] += start[place];
     }
     std::vector<int> next(start.begin(), start.end() - 1);
     std::vector<int> neighbour(2 * pipes.size());
-    for (const auto& [begin, end] : pipes) {
-        const int from = reach.PlaceOf(begin);
-        const int to = reach.PlaceOf(end);
+    for (const auto& [from, to] : pipes) {
         neighbour[static_cast<std::size_t>(next[static_cast<std::size_t>(from)]++)] = to;
         neighbour[static_cast<std::size_t>(next[static_cast<std::size_t>(to)]++)] = from;
     }

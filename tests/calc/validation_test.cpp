@@ -199,6 +199,13 @@ TEST_F(Validation, DuplicatedPipes) {
     ExpectRefused({"There is a duplicated pipe section 52 - 51"});
 }
 
+TEST_F(Validation, OfThreeEqualPipesTheFirstIsFaultedWithTheNextOneNamed) {
+    network_.Pipe(71, 72, 10, 1);
+    network_.Pipe(72, 71, 12, 1);
+    network_.Pipe(71, 72, 14, 1);
+    ExpectRefused({"There is a duplicated pipe section 72 - 71"});
+}
+
 TEST_F(Validation, ValueDuplicatedPipesSayTheyMayBeValueDuplicates) {
     network_.Pipe(50, 100, 10, 1);
     network_.Pipe(100, 50, 10, 1);
