@@ -10,7 +10,6 @@
 #include "solver/hydraulics.h"
 
 #include <algorithm>
-#include <map>
 
 namespace quench {
 
@@ -231,16 +230,25 @@ struct NodeEnd {
     bool AtBegin = true;
 };
 
-// The first active row with both nodes at each node number, and which end it is.
-std::map<int, NodeEnd> FirstEnds(const Project& project) {
-    std::map<int, NodeEnd> ends;
+// The first active row with both nodes at each node number from 0 to the inflow code, and which
+// end it is; Row 0 where none is.
+std::vector<NodeEnd> FirstEnds(const Project& project) {
+    std::vector<NodeEnd> ends(InflowNodeCode + 1, NodeEnd{0, true});
+    const auto note = [&ends](double value, int row, bool atBegin) {
+        // The number a value stands for is its whole part, as a conversion to int takes it.
+        if (value > -1 && value < InflowNodeCode + 1) {
+            NodeEnd& end = ends[static_cast<std::size_t>(static_cast<int>(value))];
+            if (end.Row == 0) {
+                end = NodeEnd{row, atBegin};
+            }
+        }
+    };
     for (int row = 1; row <= project.NumberOfActivePipes; ++row) {
         const WorkPipeRecord& work = project.WorkPipeRecord[row];
-        if (!IsActiveWithNodes(work)) {
-            continue;
+        if (IsActiveWithNodes(work)) {
+            note(ToNumber(work.BegNode), row, true);
+            note(ToNumber(work.EndNode), row, false);
         }
-        ends.emplace(static_cast<int>(ToNumber(work.BegNode)), NodeEnd{row, true});
-        ends.emplace(static_cast<int>(ToNumber(work.EndNode)), NodeEnd{row, false});
     }
     return ends;
 }
@@ -275,15 +283,15 @@ bool AssignArea(const Project& project, const PrepareOptions& options, Single ro
 }
 
 bool FillNodes(Project& project, const std::vector<int>& nodes, const PrepareOptions& options) {
-    const std::map<int, NodeEnd> ends = FirstEnds(project);
+    const std::vector<NodeEnd> ends = FirstEnds(project);
     for (std::size_t place = 0; place < nodes.size(); ++place) {
         NodeRecord& node = project.NodeRecord[place + 1];
-        const auto found = ends.find(nodes[place]);
-        if (found == ends.end()) {
+        const auto number = static_cast<std::size_t>(nodes[place]);
+        if (number >= ends.size() || ends[number].Row == 0) {
             continue;
         }
-        WorkPipeRecord& work = project.WorkPipeRecord[found->second.Row];
-        const bool atBegin = found->second.AtBegin;
+        WorkPipeRecord& work = project.WorkPipeRecord[ends[number].Row];
+        const bool atBegin = ends[number].AtBegin;
         node.Number = static_cast<Integer>(nodes[place]);
         node.Elevation = atBegin ? work.ElevationB : work.ElevationE;
         node.AreaGroup = atBegin ? work.AreaGroupB : work.AreaGroupE;
