@@ -30,20 +30,53 @@ void IndexNodes(const Project& project, HalfEdgeTable& edges) {
 struct PipeEnd {
     int Pipe = 0;
     bool AtBegin = true;
+    int OtherNode = 0; // the node number at the pipe's other end
 };
 
-// The pipes at each node position, in table order.
-std::vector<std::vector<PipeEnd>> PipesAtNodes(const Project& project, const HalfEdgeTable& edges) {
-    std::vector<std::vector<PipeEnd>> atNode(static_cast<std::size_t>(project.NumberOfNodes) + 1);
+// The pipe ends at the node positions, the ends of each position together in table order.
+struct PipeEnds {
+    std::vector<int> Start; // by position; the ends of position p are Start[p] to Start[p + 1]
+    std::vector<PipeEnd> Ends;
+};
+
+PipeEnds PipesAtNodes(const Project& project, const HalfEdgeTable& edges) {
+    struct Placed {
+        int Begin = 0;
+        int End = 0;
+        int BeginNumber = 0;
+        int EndNumber = 0;
+    };
+    std::vector<Placed> placed(static_cast<std::size_t>(project.NumberOfPipes) + 1);
+    PipeEnds atNode;
+    atNode.Start.assign(static_cast<std::size_t>(project.NumberOfNodes) + 2, 0);
     for (int pipe = 1; pipe <= project.NumberOfPipes; ++pipe) {
         const auto& record = project.CalcPipeRecord[static_cast<std::size_t>(pipe)];
-        const int begin = edges.PositionOf(NodeNumberOf(record.BegNode));
-        const int end = edges.PositionOf(NodeNumberOf(record.EndNode));
-        if (begin != 0) {
-            atNode[static_cast<std::size_t>(begin)].push_back(PipeEnd{pipe, true});
+        Placed& ends = placed[static_cast<std::size_t>(pipe)];
+        ends.BeginNumber = NodeNumberOf(record.BegNode);
+        ends.EndNumber = NodeNumberOf(record.EndNode);
+        ends.Begin = edges.PositionOf(ends.BeginNumber);
+        ends.End = edges.PositionOf(ends.EndNumber);
+        if (ends.End == ends.Begin) {
+            ends.End = 0; // a pipe from a node to itself stands once
         }
-        if (end != 0 && end != begin) {
-            atNode[static_cast<std::size_t>(end)].push_back(PipeEnd{pipe, false});
+        ++atNode.Start[static_cast<std::size_t>(ends.Begin) + 1];
+        ++atNode.Start[static_cast<std::size_t>(ends.End) + 1];
+    }
+    atNode.Start[1] = 0; // position 0 is no node
+    for (std::size_t position = 1; position + 1 < atNode.Start.size(); ++position) {
+        atNode.Start[position + 1] += atNode.Start[position];
+    }
+    atNode.Ends.resize(static_cast<std::size_t>(atNode.Start.back()));
+    std::vector<int> next(atNode.Start.begin(), atNode.Start.end() - 1);
+    for (int pipe = 1; pipe <= project.NumberOfPipes; ++pipe) {
+        const Placed& ends = placed[static_cast<std::size_t>(pipe)];
+        if (ends.Begin != 0) {
+            atNode.Ends[static_cast<std::size_t>(next[static_cast<std::size_t>(ends.Begin)]++)] =
+                PipeEnd{pipe, true, ends.EndNumber};
+        }
+        if (ends.End != 0) {
+            atNode.Ends[static_cast<std::size_t>(next[static_cast<std::size_t>(ends.End)]++)] =
+                PipeEnd{pipe, false, ends.BeginNumber};
         }
     }
     return atNode;
@@ -55,7 +88,7 @@ void FillRow(const Project& project, const PipeEnd& end, int position, HalfEdge&
     const auto& node = project.NodeRecord[static_cast<std::size_t>(position)];
     row = HalfEdge{};
     row.FromNode = node.Number;
-    row.ToNode = NodeNumberOf(end.AtBegin ? pipe.EndNode : pipe.BegNode);
+    row.ToNode = end.OtherNode;
     row.Diameter = pipe.InsideDiameter;
     row.Length = pipe.TotalLength;
     row.FromElevationHead = node.Elevation * ElevationHeadPerFoot;
@@ -128,15 +161,18 @@ void BuildHalfEdges(const Project& project, SolverState& state) {
     edges.Count = 0;
     edges.DistinctNodes = 0;
     for (int position = 1; position <= project.NumberOfNodes; ++position) {
-        const auto& ends = atNode[static_cast<std::size_t>(position)];
-        if (ends.empty()) {
+        const auto endsFrom =
+            atNode.Ends.begin() + atNode.Start[static_cast<std::size_t>(position)];
+        const auto endsTo =
+            atNode.Ends.begin() + atNode.Start[static_cast<std::size_t>(position) + 1];
+        if (endsFrom == endsTo) {
             continue;
         }
         ++edges.DistinctNodes;
         edges.FirstRow[static_cast<std::size_t>(position)] = edges.Count + 1;
-        for (const PipeEnd& end : ends) {
+        for (auto end = endsFrom; end != endsTo; ++end) {
             HalfEdge& row = edges[++edges.Count];
-            FillRow(project, end, position, row, state);
+            FillRow(project, *end, position, row, state);
         }
         edges.LastRow[static_cast<std::size_t>(position)] = edges.Count;
         const auto& node = project.NodeRecord[static_cast<std::size_t>(position)];
