@@ -134,13 +134,16 @@ bool Calculation::CheckAndPrepareSteps() {
         project.CalculationData.SystemInflowNode = project.InflowNode;
     }
     ReadPumpBoost(context_);
-    CheckNetwork(context_);
+    const std::optional<PrepareResult> preparedForCheck = CheckNetwork(context_);
     if (context_.AbortFlag == 1) {
         return false;
     }
     PrepareOptions options;
     options.PumpRerunPending = context_.PumpRerunPending;
-    const PrepareResult prepared = PrepareNetwork(project, context_.Library, options);
+    // The check's own preparation stands when a second one would only repeat it.
+    const PrepareResult prepared = preparedForCheck && PreparingAgainRepeats(project)
+                                       ? *preparedForCheck
+                                       : PrepareNetwork(project, context_.Library, options);
     context_.DryAreaFactor = prepared.DryAreaFactor;
     context_.PumpUsesCurve = prepared.PumpUsesCurve;
     if (prepared.Failed) {

@@ -302,16 +302,18 @@ bool CheckConnectivity(RunContext& context) {
 
 } // namespace
 
-void CheckNetwork(RunContext& context) {
+std::optional<PrepareResult> CheckNetwork(RunContext& context) {
+    std::optional<PrepareResult> prepared;
     if (context.Project.NumberOfPipes == 0) {
         // The tables are prepared here only to be had; preparation's own fault comes in its turn.
         PrepareOptions options;
         options.PumpRerunPending = context.PumpRerunPending;
-        PrepareNetwork(context.Project, context.Library, options);
+        prepared = PrepareNetwork(context.Project, context.Library, options);
     }
     if (CheckDuplicates(context) && CheckRows(context)) {
         CheckConnectivity(context);
     }
+    return prepared;
 }
 
 } // namespace quench

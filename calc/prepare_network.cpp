@@ -80,21 +80,37 @@ Integer CountActivePipes(Project& project) {
     return count;
 }
 
-void MarkInflow(Project& project) {
+struct NodeEnd {
+    int Row = 0;
+    bool AtBegin = true;
+};
+
+// The first end of an active row that holds the inflow node; Row 0 when none does.
+NodeEnd FirstInflowEnd(const Project& project) {
     const double inflow = project.InflowNode;
     for (int row = 1; row <= project.NumberOfActivePipes; ++row) {
-        WorkPipeRecord& work = project.WorkPipeRecord[row];
+        const WorkPipeRecord& work = project.WorkPipeRecord[row];
         if (!HasBothNodes(work)) {
             continue;
         }
         if (ToNumber(work.BegNode) == inflow) {
-            work.BegNode = InflowText;
-            return;
+            return {row, true};
         }
         if (ToNumber(work.EndNode) == inflow) {
-            work.EndNode = InflowText;
-            return;
+            return {row, false};
         }
+    }
+    return {};
+}
+
+std::string& NodeText(WorkPipeRecord& work, bool atBegin) {
+    return atBegin ? work.BegNode : work.EndNode;
+}
+
+void MarkInflow(Project& project) {
+    const NodeEnd end = FirstInflowEnd(project);
+    if (end.Row != 0) {
+        NodeText(project.WorkPipeRecord[end.Row], end.AtBegin) = InflowText;
     }
 }
 
@@ -225,11 +241,6 @@ void FillPipe(Project& project, const PipeLibrary& library, const TakenPipe& tak
     }
 }
 
-struct NodeEnd {
-    int Row = 0;
-    bool AtBegin = true;
-};
-
 // The first active row with both nodes at each node number from 0 to the inflow code, and which
 // end it is; Row 0 where none is.
 std::vector<NodeEnd> FirstEnds(const Project& project) {
@@ -320,6 +331,16 @@ void ResizeNodeTable(Project& project, std::size_t nodes) {
 }
 
 } // namespace
+
+bool PreparingAgainRepeats(const Project& project) {
+    // Everything else a preparation does it does again from the same rows to the same tables.
+    const NodeEnd end = FirstInflowEnd(project);
+    if (end.Row == 0) {
+        return true;
+    }
+    const WorkPipeRecord& work = project.WorkPipeRecord[end.Row];
+    return (end.AtBegin ? work.BegNode : work.EndNode) == InflowText;
+}
 
 bool HasBlankRowBetween(const Project& project) {
     bool blankSeen = false;

@@ -24,6 +24,10 @@ struct PrepareResult {
 PrepareResult PrepareNetwork(Project& project, const PipeLibrary& library,
                              const PrepareOptions& options = {});
 
+// True when preparing the network again, straight after a preparation, would give exactly what
+// that preparation gave: no further row holds the inflow node to be marked as the first inflow.
+bool PreparingAgainRepeats(const Project& project);
+
 // True when a blank row (both nodes empty) stands before a row that has a node.
 bool HasBlankRowBetween(const Project& project);
 
