@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
+#include <vector>
 
 namespace quench {
 
@@ -25,8 +27,42 @@ double VelocityPressure(double flow, double insideDiameter) {
     return std::fabs(VelocityPressureFactor * flow * flow / (square * square));
 }
 
+namespace {
+
+// Powers of the few distinct values a network has (its C factors, its diameters), each taken once;
+// the same base gives the very number a new call would.
+class PowerMemo {
+public:
+    explicit PowerMemo(double exponent) : exponent_(exponent) {}
+
+    double operator()(double base) {
+        for (const auto& [known, power] : known_) {
+            if (known == base) {
+                return power;
+            }
+        }
+        const double power = std::pow(base, exponent_);
+        if (known_.size() < Capacity) {
+            known_.emplace_back(base, power);
+        }
+        return power;
+    }
+
+private:
+    static constexpr std::size_t Capacity = 32;
+    double exponent_;
+    std::vector<std::pair<double, double>> known_;
+};
+
+} // namespace
+
 void ComputeConductances(const Project& project, SolverState& state) {
     HalfEdgeTable& edges = state.Edges;
+    PowerMemo cFactorPower(CFactorExponent);
+    PowerMemo diameterPower(DiameterExponent);
+    const auto conductanceOf = [&](double cFactor, double diameter, double length) {
+        return cFactorPower(cFactor) * diameterPower(diameter) / ConductanceDivisor / length;
+    };
     for (int row = 1; row <= edges.Count; ++row) {
         double& conductance = state.Conductance[static_cast<std::size_t>(row)];
         conductance = 0;
@@ -36,11 +72,11 @@ void ComputeConductances(const Project& project, SolverState& state) {
         if (code < MaterialMeter) {
             const auto& pipe = project.CalcPipeRecord[static_cast<std::size_t>(edge.Pipe)];
             if (edge.Length != 0) {
-                conductance = PipeConductance(cFactor, pipe.InsideDiameter, edge.Length);
+                conductance = conductanceOf(cFactor, pipe.InsideDiameter, edge.Length);
             }
         } else if (IsDeviceCode(code)) {
             const double length = edge.Length == 0 ? ZeroLengthDivisor : edge.Length;
-            conductance = PipeConductance(cFactor, edge.Diameter, length);
+            conductance = conductanceOf(cFactor, edge.Diameter, length);
         }
     }
 }
