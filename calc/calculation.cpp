@@ -12,7 +12,6 @@
 #include "calc/prepare_network.h"
 #include "calc/screen_words.h"
 #include "core/formats.h"
-#include "core/si_tables.h"
 #include "core/text.h"
 #include "library/equivalent_length.h"
 #include "solver/autosizing.h"
@@ -228,7 +227,6 @@ void Calculation::PostResults() {
     if (context_.AutosizeRequested) {
         WriteAutosizedDiameters();
     }
-    BuildSITables(project);
     results_ = ResultsToScreen(project);
     context_.AutosizeRequested = false;
     context_.CalculationInProgress = false;

@@ -7,8 +7,7 @@ namespace quench {
 
 Project::Project()
     : PipeRecord(MaxPipes + 1), WorkPipeRecord(MaxPipes + 1), CalcPipeRecord(MaxPipes + 1),
-      NodeRecord(MaxNodes + 1), PipeResultRecord(MaxPipes + 1), NodeRecordSI(MaxNodes + 1),
-      CalcPipeRecordSI(MaxPipes + 1), PipeResultRecordSI(MaxPipes + 1) {
+      NodeRecord(MaxNodes + 1), PipeResultRecord(MaxPipes + 1) {
     ResetProject(*this);
 }
 

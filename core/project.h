@@ -420,8 +420,9 @@ struct Project {
     // row; empty when no pipe was left so.
     std::vector<SizingNote> SizingNotes;
 
-    // Copies of the output tables and of the numeric settings in SI units, for SI screens and
-    // reports. Rebuilt from the US tables; never the source of a stored value.
+    // Copies of the output tables and of the numeric settings in SI units, for what shows SI (a
+    // report builds them on its own copy of the project). Built from the US tables by
+    // BuildSITables, empty until then; never the source of a stored value.
     ::quench::SystemData SystemDataSI;
     ::quench::CalculationData CalculationDataSI;
     Table<::quench::NodeRecord> NodeRecordSI;
