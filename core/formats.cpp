@@ -2,9 +2,12 @@
 
 #include "core/text.h"
 
+#include <algorithm>
 #include <array>
+#include <bit>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <ctime>
 #include <limits>
 #include <system_error>
@@ -26,117 +29,169 @@ int WholeNumber(std::string_view text) {
     return value;
 }
 
-// A magnitude as significant digits: value = 0.Digits × 10^PointPosition.
+// A magnitude as significant digits: value = 0.Digits × 10^PointPosition. Numbers are formatted
+// thousands of times a run, so the digits stay in a fixed buffer instead of a string of their own.
 struct DecimalDigits {
-    std::string Digits; // no leading zero unless the value is 0
+    std::array<char, 32> Buffer; // room for the scientific text of a double
+    int First = 1;               // the digits are Buffer[First, First + Count)
+    int Count = 0;               // no leading zero unless the value is 0
     int PointPosition = 0;
+
+    // The digit at a place counted from the first digit; zeros stand on either side.
+    char DigitAt(int index) const {
+        return index >= 0 && index < Count ? Buffer[static_cast<std::size_t>(First + index)] : '0';
+    }
+    // A digit to change in place, such as by a carry.
+    char& Digit(int index) { return Buffer[static_cast<std::size_t>(First + index)]; }
 };
 
-DecimalDigits ToDecimalDigits(double magnitude, int significant) {
-    DecimalDigits result;
-    if (magnitude == 0) {
-        result.Digits = "0";
-        result.PointPosition = 1;
-        return result;
+__extension__ using UInt128 = unsigned __int128;
+
+constexpr std::array<UInt128, 23> PowersOfTen = [] {
+    std::array<UInt128, 23> powers{};
+    UInt128 power = 1;
+    for (auto& entry : powers) {
+        entry = power;
+        power *= 10;
     }
-    // to_chars, unlike printf, ignores the process locale: the point is always '.'.
-    std::array<char, 64> buffer{};
-    const auto written = std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude,
+    return powers;
+}();
+
+// A magnitude times a power of ten, split exactly into its whole part and the rest.
+struct ScaledMagnitude {
+    std::uint64_t Whole = 0;
+    UInt128 Rest = 0; // in units of 2^-shift
+};
+
+ScaledMagnitude Scale(std::uint64_t mantissa, int shift, int power) {
+    const UInt128 product = UInt128{mantissa} * PowersOfTen[static_cast<std::size_t>(power)];
+    return {static_cast<std::uint64_t>(product >> shift), product & ((UInt128{1} << shift) - 1)};
+}
+
+// The significant digits of a magnitude between 2^-24 and 2^49 (the numbers a calculation
+// prints), rounded half to even on the exact binary value as to_chars rounds them, but a few
+// times faster. The magnitude is mantissa / 2^shift, so mantissa × 10^power / 2^shift splits
+// exactly into whole digits and a rest in 128 bits. False for other magnitudes.
+bool ExactDigits(double magnitude, int significant, DecimalDigits& number) {
+    const auto bits = std::bit_cast<std::uint64_t>(magnitude);
+    const int binaryExponent = static_cast<int>(bits >> 52) - 1023;
+    if (binaryExponent < -24 || binaryExponent > 48) {
+        return false;
+    }
+    const std::uint64_t mantissa =
+        (bits & ((std::uint64_t{1} << 52) - 1)) | (std::uint64_t{1} << 52);
+    const int shift = 52 - binaryExponent;
+    // The power of ten of the first digit: floor(log10(2^(binaryExponent + 1))) or one less.
+    // 1233 / 4096 stands for log10(2) closely enough at these exponents.
+    int place = ((binaryExponent + 1) * 1233) >> 12;
+    if (place >= significant) { // a Single of 10^7 and more: the power would be negative
+        return false;
+    }
+    const auto lowest =
+        static_cast<std::uint64_t>(PowersOfTen[static_cast<std::size_t>(significant - 1)]);
+    ScaledMagnitude scaled = Scale(mantissa, shift, significant - 1 - place);
+    if (scaled.Whole < lowest) {
+        --place;
+        scaled = Scale(mantissa, shift, significant - 1 - place);
+    }
+    const UInt128 half = UInt128{1} << (shift - 1);
+    if (scaled.Rest > half || (scaled.Rest == half && scaled.Whole % 2 == 1)) {
+        ++scaled.Whole;
+    }
+    if (scaled.Whole == lowest * 10) { // 9.99...5 rounded up to 10.0
+        scaled.Whole = lowest;
+        ++place;
+    }
+    std::to_chars(number.Buffer.data() + 1, number.Buffer.data() + number.Buffer.size(),
+                  scaled.Whole);
+    number.First = 1;
+    number.Count = significant;
+    number.PointPosition = place + 1;
+    return true;
+}
+
+// The significant digits of any finite magnitude through to_chars, which rounds half to even on
+// the exact binary value. Unlike printf it ignores the process locale: the point is always '.'.
+void ScientificDigits(double magnitude, int significant, DecimalDigits& number) {
+    // The text "d.ddde+XX" starts at the second place; the first digit then moves onto the point,
+    // so the digits stand together with a free place before them for a carry.
+    char* const text = number.Buffer.data() + 1;
+    const auto written = std::to_chars(text, number.Buffer.data() + number.Buffer.size(), magnitude,
                                        std::chars_format::scientific, significant - 1);
-    const std::string_view text(buffer.data(),
-                                static_cast<std::size_t>(written.ptr - buffer.data()));
-    const auto exponentAt = text.find('e');
-    for (std::size_t i = 0; i < exponentAt; ++i) {
-        if (text[i] != '.') {
-            result.Digits.push_back(text[i]);
-        }
+    const char* const exponentAt = std::find(text, written.ptr, 'e');
+    if (text[1] == '.') {
+        text[1] = text[0];
+        number.First = 2;
     }
-    result.PointPosition = WholeNumber(text.substr(exponentAt + 1)) + 1;
-    return result;
+    number.Count = significant;
+    number.PointPosition = WholeNumber(std::string_view(exponentAt + 1, written.ptr)) + 1;
+}
+
+DecimalDigits ToDecimalDigits(double magnitude, int significant) {
+    DecimalDigits number;
+    if (magnitude == 0) {
+        number.Buffer[1] = '0';
+        number.Count = 1;
+        number.PointPosition = 1;
+    } else if (!ExactDigits(magnitude, significant, number)) {
+        ScientificDigits(magnitude, significant, number);
+    }
+    return number;
 }
 
 void StripTrailingZeros(DecimalDigits& number) {
-    while (number.Digits.size() > 1 && number.Digits.back() == '0') {
-        number.Digits.pop_back();
+    while (number.Count > 1 && number.DigitAt(number.Count - 1) == '0') {
+        --number.Count;
     }
 }
 
-// The whole and fractional digits of a magnitude rounded half up to a number of decimals.
-struct FixedDigits {
-    std::string Whole;    // without leading zeros; empty for a whole part of 0
-    std::string Fraction; // exactly the requested number of digits
-};
+// Adds one in the last digit kept; 9.99 becomes 10.00 with the 1 in the free place before.
+void CarryOne(DecimalDigits& number) {
+    int position = number.Count - 1;
+    while (position >= 0 && number.Digit(position) == '9') {
+        number.Digit(position) = '0';
+        --position;
+    }
+    if (position >= 0) {
+        ++number.Digit(position);
+        return;
+    }
+    --number.First;
+    number.Digit(0) = '1';
+    ++number.Count;
+    ++number.PointPosition;
+}
 
-FixedDigits RoundFixed(const DecimalDigits& number, int decimals) {
-    std::string digits = number.Digits;
-    int point = number.PointPosition;
-    const int keep = point + decimals;
+// Rounds the digits half up to a number of decimals. Places beyond the digits read as zeros.
+void RoundFixed(DecimalDigits& number, int decimals) {
+    const int keep = number.PointPosition + decimals;
     if (keep < 0) {
-        digits.clear();
-    } else if (keep < static_cast<int>(digits.size())) {
-        const bool up = digits[static_cast<std::size_t>(keep)] >= '5';
-        digits.resize(static_cast<std::size_t>(keep));
-        if (up) {
-            int position = keep - 1;
-            while (position >= 0 && digits[static_cast<std::size_t>(position)] == '9') {
-                digits[static_cast<std::size_t>(position)] = '0';
-                --position;
-            }
-            if (position >= 0) {
-                ++digits[static_cast<std::size_t>(position)];
-            } else {
-                digits.insert(digits.begin(), '1');
-                ++point;
-            }
-        }
+        number.Count = 0;
+        return;
     }
-    // Place the digits around the point, padding with zeros on either side.
-    FixedDigits result;
-    std::string all;
-    if (point < 0) {
-        all.assign(static_cast<std::size_t>(-point), '0');
-        all += digits;
-        point = 0;
-    } else {
-        all = digits;
+    if (keep >= number.Count) {
+        return;
     }
-    const auto total = static_cast<std::size_t>(point + decimals);
-    if (all.size() < total) {
-        all.append(total - all.size(), '0');
+    const bool up = number.DigitAt(keep) >= '5';
+    number.Count = keep;
+    if (up) {
+        CarryOne(number);
     }
-    all.resize(total);
-    result.Whole = all.substr(0, static_cast<std::size_t>(point));
-    result.Fraction = all.substr(static_cast<std::size_t>(point));
-    const auto firstNonZero = result.Whole.find_first_not_of('0');
-    result.Whole =
-        firstNonZero == std::string::npos ? std::string() : result.Whole.substr(firstNonZero);
-    return result;
-}
-
-std::string GroupThousands(const std::string& whole) {
-    std::string result;
-    const std::size_t length = whole.size();
-    for (std::size_t i = 0; i < length; ++i) {
-        if (i > 0 && (length - i) % 3 == 0) {
-            result.push_back(',');
-        }
-        result.push_back(whole[i]);
-    }
-    return result;
 }
 
 bool IsPlaceholder(char c) {
     return c == '0' || c == '#';
 }
 
-// A picture split into its parts.
+// A picture split into its parts. The parts are views into the picture text, which outlives the
+// formatting of a number.
 struct Picture {
-    std::string Prefix;
-    std::string Suffix;
+    std::string_view Prefix; // printed without its commas
+    std::string_view Suffix;
     int WholeZeros = 0;
     bool Grouping = false;
     bool HasPoint = false;
-    std::string FractionPlaces; // the '0' and '#' after the point
+    std::string_view FractionPlaces; // the '0' and '#' after the point
     bool Percent = false;
     bool Scientific = false;
     bool ExponentSignAlways = false;
@@ -147,14 +202,9 @@ Picture ParsePicture(std::string_view text) {
     Picture picture;
     std::size_t i = 0;
     while (i < text.size() && !IsPlaceholder(text[i]) && text[i] != '.') {
-        if (text[i] == '%') {
-            picture.Percent = true;
-        }
-        if (text[i] != ',') {
-            picture.Prefix.push_back(text[i]);
-        }
         ++i;
     }
+    picture.Prefix = text.substr(0, i);
     for (; i < text.size() && (IsPlaceholder(text[i]) || text[i] == ','); ++i) {
         if (text[i] == ',') {
             picture.Grouping = true;
@@ -164,9 +214,11 @@ Picture ParsePicture(std::string_view text) {
     }
     if (i < text.size() && text[i] == '.') {
         picture.HasPoint = true;
-        for (++i; i < text.size() && IsPlaceholder(text[i]); ++i) {
-            picture.FractionPlaces.push_back(text[i]);
+        const std::size_t first = ++i;
+        while (i < text.size() && IsPlaceholder(text[i])) {
+            ++i;
         }
+        picture.FractionPlaces = text.substr(first, i - first);
     }
     if (i + 1 < text.size() && (text[i] == 'E' || text[i] == 'e') &&
         (text[i + 1] == '+' || text[i + 1] == '-')) {
@@ -176,158 +228,249 @@ Picture ParsePicture(std::string_view text) {
             ++picture.ExponentDigits;
         }
     }
-    for (; i < text.size(); ++i) {
-        if (text[i] == '%') {
-            picture.Percent = true;
-        }
-        picture.Suffix.push_back(text[i]);
-    }
+    picture.Suffix = text.substr(i);
+    picture.Percent = picture.Prefix.find('%') != std::string_view::npos ||
+                      picture.Suffix.find('%') != std::string_view::npos;
     return picture;
 }
 
-// Optional decimals that came out as zeros fall away from the right.
-void DropOptionalZeros(std::string& fraction, const std::string& places) {
-    while (!fraction.empty() && fraction.back() == '0' && places[fraction.size() - 1] == '#') {
-        fraction.pop_back();
+// A comma before the digit places is not printed.
+void AppendWithoutCommas(std::string& text, std::string_view part) {
+    for (const char c : part) {
+        if (c != ',') {
+            text.push_back(c);
+        }
     }
 }
 
-std::string FormatScientific(double magnitude, const Picture& picture) {
-    const int decimals = static_cast<int>(picture.FractionPlaces.size());
+// A whole number with zeros before it up to a width, such as an exponent's "04".
+void AppendPadded(std::string& text, int value, int width) {
+    std::array<char, 16> digits{};
+    const auto written = std::to_chars(digits.data(), digits.data() + digits.size(), value);
+    const auto length = static_cast<int>(written.ptr - digits.data());
+    if (length < width) {
+        text.append(static_cast<std::size_t>(width - length), '0');
+    }
+    text.append(digits.data(), written.ptr);
+}
+
+// The digits before the point without leading zeros, padded with zeros to the picture's '0'
+// places and grouped by thousands when the picture asks for it.
+void AppendWhole(std::string& text, const DecimalDigits& number, const Picture& picture) {
+    int first = 0; // the 0 of a zero value falls away too
+    while (first < number.PointPosition && number.DigitAt(first) == '0') {
+        ++first;
+    }
+    const int length = std::max(number.PointPosition - first, picture.WholeZeros);
+    const int start = number.PointPosition - length; // padding zeros stand before the digits
+    for (int i = 0; i < length; ++i) {
+        if (picture.Grouping && i > 0 && (length - i) % 3 == 0) {
+            text.push_back(',');
+        }
+        text.push_back(number.DigitAt(start + i));
+    }
+}
+
+// The digits after the point, one for each place; optional places ('#') that come out as zeros
+// fall away from the right.
+void AppendFraction(std::string& text, const DecimalDigits& number, std::string_view places) {
+    auto length = static_cast<int>(places.size());
+    while (length > 0 && places[static_cast<std::size_t>(length - 1)] == '#' &&
+           number.DigitAt(number.PointPosition + length - 1) == '0') {
+        --length;
+    }
+    for (int i = 0; i < length; ++i) {
+        text.push_back(number.DigitAt(number.PointPosition + i));
+    }
+}
+
+void AppendFixed(std::string& text, double magnitude, const Picture& picture) {
+    DecimalDigits number = ToDecimalDigits(magnitude, DoubleDigits);
+    RoundFixed(number, static_cast<int>(picture.FractionPlaces.size()));
+    AppendWhole(text, number, picture);
+    if (picture.HasPoint) {
+        text.push_back('.');
+        AppendFraction(text, number, picture.FractionPlaces);
+    }
+}
+
+void AppendScientific(std::string& text, double magnitude, const Picture& picture) {
     DecimalDigits number = ToDecimalDigits(magnitude, DoubleDigits);
     int exponent = magnitude == 0 ? 0 : number.PointPosition - 1;
     number.PointPosition = 1;
-    FixedDigits fixed = RoundFixed(number, decimals);
-    if (fixed.Whole.size() > 1) { // 9.99 rounded up to 10.0
-        fixed.Fraction = fixed.Whole.substr(1) + fixed.Fraction;
-        fixed.Fraction.resize(static_cast<std::size_t>(decimals));
-        fixed.Whole.resize(1);
+    RoundFixed(number, static_cast<int>(picture.FractionPlaces.size()));
+    if (number.PointPosition > 1) { // 9.99 rounded up to 10.0
+        number.PointPosition = 1;
         ++exponent;
     }
-    std::string whole = fixed.Whole.empty() ? "0" : fixed.Whole;
-    std::string fraction = fixed.Fraction;
-    DropOptionalZeros(fraction, picture.FractionPlaces);
-    std::string result = whole;
+    text.push_back(number.DigitAt(0));
     if (picture.HasPoint) {
-        result += "." + fraction;
+        text.push_back('.');
+        AppendFraction(text, number, picture.FractionPlaces);
     }
-    std::string exponentText = std::to_string(std::abs(exponent));
-    if (static_cast<int>(exponentText.size()) < picture.ExponentDigits) {
-        exponentText.insert(
-            0, static_cast<std::size_t>(picture.ExponentDigits) - exponentText.size(), '0');
+    text.push_back('E');
+    if (exponent < 0) {
+        text.push_back('-');
+    } else if (picture.ExponentSignAlways) {
+        text.push_back('+');
     }
-    const char* sign = exponent < 0 ? "-" : (picture.ExponentSignAlways ? "+" : "");
-    return result + "E" + sign + exponentText;
+    AppendPadded(text, std::abs(exponent), picture.ExponentDigits);
+}
+
+// The sign, the prefix, the number laid out by the picture and the suffix. It has a single return,
+// so the string is built in place rather than copied out.
+std::string ComposeNumber(bool negative, double magnitude, const Picture& picture) {
+    std::string text;
+    if (negative) {
+        text.push_back('-');
+    }
+    AppendWithoutCommas(text, picture.Prefix);
+    if (picture.Scientific) {
+        AppendScientific(text, magnitude, picture);
+    } else {
+        AppendFixed(text, magnitude, picture);
+    }
+    text.append(picture.Suffix);
+    return text;
 }
 
 std::string FormatWithPicture(double value, const Picture& picture) {
     if (std::isnan(value)) {
         return "NaN";
     }
-    if (std::isinf(value)) {
+    const double magnitude = std::fabs(value) * (picture.Percent ? 100.0 : 1.0);
+    if (std::isinf(magnitude)) { // a percent of a value near the largest double too
         return value < 0 ? "-Infinity" : "Infinity";
     }
-    const bool negative = value < 0;
-    double magnitude = std::fabs(value) * (picture.Percent ? 100.0 : 1.0);
-    std::string body;
-    if (picture.Scientific) {
-        body = FormatScientific(magnitude, picture);
-    } else {
-        const int decimals = static_cast<int>(picture.FractionPlaces.size());
-        FixedDigits fixed = RoundFixed(ToDecimalDigits(magnitude, DoubleDigits), decimals);
-        std::string whole = fixed.Whole;
-        if (static_cast<int>(whole.size()) < picture.WholeZeros) {
-            whole.insert(0, static_cast<std::size_t>(picture.WholeZeros) - whole.size(), '0');
-        }
-        if (picture.Grouping) {
-            whole = GroupThousands(whole);
-        }
-        DropOptionalZeros(fixed.Fraction, picture.FractionPlaces);
-        body = whole + (picture.HasPoint ? "." + fixed.Fraction : std::string());
-    }
-    return (negative ? "-" : "") + picture.Prefix + body + picture.Suffix;
+    return ComposeNumber(value < 0, magnitude, picture);
 }
 
+struct NamedFormat {
+    std::string_view Name;
+    std::string_view Picture; // none for the plain number text
+};
+
+// The names differ in length, so a text can only be the one name of its length.
+constexpr std::array<NamedFormat, 5> NamedFormats = {{{"General Number", ""},
+                                                      {"Fixed", "0.00"},
+                                                      {"Standard", "#,##0.00"},
+                                                      {"Percent", "0.00%"},
+                                                      {"Scientific", "0.00E+00"}}};
+
+// The picture a name stands for, or the text itself.
 std::string_view NamedPicture(std::string_view name) {
-    if (EqualsIgnoreCase(name, "Fixed")) {
-        return "0.00";
-    }
-    if (EqualsIgnoreCase(name, "Standard")) {
-        return "#,##0.00";
-    }
-    if (EqualsIgnoreCase(name, "Percent")) {
-        return "0.00%";
-    }
-    if (EqualsIgnoreCase(name, "Scientific")) {
-        return "0.00E+00";
+    for (const NamedFormat& format : NamedFormats) {
+        // The usual exact spelling spares the comparison that ignores case.
+        if (name == format.Name || EqualsIgnoreCase(name, format.Name)) {
+            return format.Picture;
+        }
     }
     return name;
 }
 
-// The shortest text of a number in significant digits, with or without the zero before the point.
-std::string PlainNumberText(double value, int significant, bool leadingZero) {
-    if (std::isnan(value)) {
-        return "NaN";
-    }
-    if (std::isinf(value)) {
-        return value < 0 ? "-Infinity" : "Infinity";
-    }
-    const std::string sign = value < 0 ? "-" : "";
-    if (value == 0) {
-        return "0";
-    }
-    DecimalDigits number = ToDecimalDigits(std::fabs(value), significant);
-    StripTrailingZeros(number);
-    const int exponent = number.PointPosition - 1;
-    if (exponent >= significant || exponent < -5) {
-        std::string mantissa = number.Digits.substr(0, 1);
-        if (number.Digits.size() > 1) {
-            mantissa += "." + number.Digits.substr(1);
-        }
-        std::string exponentText = std::to_string(std::abs(exponent));
-        if (exponentText.size() < 2) {
-            exponentText.insert(0, "0");
-        }
-        return sign + mantissa + "E" + (exponent < 0 ? "-" : "+") + exponentText;
-    }
-    std::string whole;
-    std::string fraction;
-    if (number.PointPosition <= 0) {
-        fraction =
-            std::string(static_cast<std::size_t>(-number.PointPosition), '0') + number.Digits;
-    } else if (number.PointPosition >= static_cast<int>(number.Digits.size())) {
-        whole =
-            number.Digits +
-            std::string(static_cast<std::size_t>(number.PointPosition) - number.Digits.size(), '0');
-    } else {
-        whole = number.Digits.substr(0, static_cast<std::size_t>(number.PointPosition));
-        fraction = number.Digits.substr(static_cast<std::size_t>(number.PointPosition));
-    }
-    if (whole.empty() && leadingZero) {
-        whole = "0";
-    }
-    return sign + whole + (fraction.empty() ? "" : "." + fraction);
+// How PlainNumberText writes a number: Str puts a blank where a number that is not negative has
+// no sign and leaves out the zero before the point; NumberText does neither.
+struct PlainStyle {
+    int Significant = DoubleDigits;
+    bool LeadingZero = true;
+    bool SignBlank = false;
+};
+
+char* WriteText(char* out, std::string_view text) {
+    return std::copy(text.begin(), text.end(), out);
 }
 
-std::string WithSignBlank(const std::string& text) {
-    return (!text.empty() && text[0] == '-') ? text : " " + text;
+// The digits at places [from, to), zeros where the number has none.
+char* WriteDigits(char* out, const DecimalDigits& number, int from, int to) {
+    for (int i = from; i < to; ++i) {
+        *out++ = number.DigitAt(i);
+    }
+    return out;
+}
+
+// 1.5E-07: the digits with the point after the first, and an exponent of at least two digits.
+char* WriteExponentForm(char* out, const DecimalDigits& number) {
+    const int exponent = number.PointPosition - 1;
+    *out++ = number.DigitAt(0);
+    if (number.Count > 1) {
+        *out++ = '.';
+        out = WriteDigits(out, number, 1, number.Count);
+    }
+    *out++ = 'E';
+    *out++ = exponent < 0 ? '-' : '+';
+    if (std::abs(exponent) < 10) {
+        *out++ = '0';
+    }
+    return std::to_chars(out, out + 3, std::abs(exponent)).ptr;
+}
+
+// 1234.5, 0.00012 or .00012: every digit, with zeros between them and the point as needed.
+char* WritePointForm(char* out, const DecimalDigits& number, bool leadingZero) {
+    out = WriteDigits(out, number, 0, number.PointPosition);
+    if (number.PointPosition <= 0 && leadingZero) {
+        *out++ = '0';
+    }
+    if (number.PointPosition < number.Count) {
+        *out++ = '.';
+        out = WriteDigits(out, number, number.PointPosition, number.Count);
+    }
+    return out;
+}
+
+char* WritePlainMagnitude(char* out, double magnitude, PlainStyle style) {
+    if (std::isnan(magnitude)) {
+        return WriteText(out, "NaN");
+    }
+    if (std::isinf(magnitude)) {
+        return WriteText(out, "Infinity");
+    }
+    if (magnitude == 0) {
+        return WriteText(out, "0");
+    }
+    DecimalDigits number = ToDecimalDigits(magnitude, style.Significant);
+    StripTrailingZeros(number);
+    const int exponent = number.PointPosition - 1;
+    if (exponent >= style.Significant || exponent < -5) {
+        return WriteExponentForm(out, number);
+    }
+    return WritePointForm(out, number, style.LeadingZero);
+}
+
+// The shortest text of a number in significant digits. It is at most a sign and 21 characters
+// ("0.0000" and 15 digits, or 15 digits, a point and "E-308"), so it is written in place first.
+std::string PlainNumberText(double value, PlainStyle style) {
+    std::array<char, 32> buffer{};
+    char* out = buffer.data();
+    if (value < 0) {
+        *out++ = '-';
+    } else if (style.SignBlank) {
+        *out++ = ' ';
+    }
+    out = WritePlainMagnitude(out, std::fabs(value), style);
+    return std::string(buffer.data(), out);
 }
 
 } // namespace
 
 std::string Format(double value, std::string_view picture) {
-    if (EqualsIgnoreCase(picture, "General Number") || picture.empty()) {
+    // Nearly every picture starts with a digit place, and no name does.
+    if (picture.empty() || !IsPlaceholder(picture.front())) {
+        picture = NamedPicture(picture);
+    }
+    if (picture.empty()) {
         return NumberText(value);
     }
-    return FormatWithPicture(value, ParsePicture(NamedPicture(picture)));
+    return FormatWithPicture(value, ParsePicture(picture));
 }
 
 std::string Str(double value) {
-    return WithSignBlank(PlainNumberText(value, DoubleDigits, false));
+    return PlainNumberText(value,
+                           {.Significant = DoubleDigits, .LeadingZero = false, .SignBlank = true});
 }
 
 std::string Str(float value) {
-    return WithSignBlank(PlainNumberText(static_cast<double>(value), SingleDigits, false));
+    return PlainNumberText(static_cast<double>(value),
+                           {.Significant = SingleDigits, .LeadingZero = false, .SignBlank = true});
 }
 
 std::string NumberText(double value) {
@@ -335,11 +478,11 @@ std::string NumberText(double value) {
     if (std::fabs(value) < 1e9 && value == std::trunc(value)) {
         return std::to_string(static_cast<long>(value));
     }
-    return PlainNumberText(value, DoubleDigits, true);
+    return PlainNumberText(value, {.Significant = DoubleDigits});
 }
 
 std::string NumberText(float value) {
-    return PlainNumberText(static_cast<double>(value), SingleDigits, true);
+    return PlainNumberText(static_cast<double>(value), {.Significant = SingleDigits});
 }
 
 namespace {

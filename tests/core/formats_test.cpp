@@ -69,6 +69,48 @@ TEST(Format, NamedFormatsAndScientific) {
     EXPECT_EQ(Format(1.5e300, "0.00E+00"), "1.50E+300");
 }
 
+// A carry that runs through every place adds a digit: a new group, a new whole place, a new
+// percent place, or one more in the exponent.
+TEST(Format, RoundingCarriesIntoANewDigit) {
+    EXPECT_EQ(Format(999999.995, "###,##0.00"), "1,000,000.00");
+    EXPECT_EQ(Format(99999.95, "#,##0.0"), "100,000.0");
+    EXPECT_EQ(Format(999.9996, "#,##0.000"), "1,000.000");
+    EXPECT_EQ(Format(9.9995, "#0.000"), "10.000");
+    EXPECT_EQ(Format(0.999995, "0.00%"), "100.00%");
+    EXPECT_EQ(Format(9.9995e-5, "0.00E+00"), "1.00E-04");
+    EXPECT_EQ(Format(-99999.5, "0.0E+0"), "-1.0E+5");
+    EXPECT_EQ(Format(9.96, "0.0E-00"), "1.0E01");
+}
+
+TEST(Format, NegativeZerosAndLargeGroupedValues) {
+    // A negative value keeps its sign when it rounds to zero.
+    EXPECT_EQ(Format(-0.0004, "#0.000"), "-0.000");
+    EXPECT_EQ(Format(-0.00001, "##0.0##"), "-0.0");
+    EXPECT_EQ(Format(-0.4, "0"), "-0");
+    EXPECT_EQ(Format(1234567890123.45, "#,##0.00"), "1,234,567,890,123.45");
+    EXPECT_EQ(Format(-98765432109876.5, "###,##0.0"), "-98,765,432,109,876.5");
+    EXPECT_EQ(Format(1e20, "#,##0"), "100,000,000,000,000,000,000");
+}
+
+// The 15-digit text rounds a value that lies exactly half-way to the even digit; only then do the
+// picture's places round half up.
+TEST(Format, FifteenDigitTextRoundsExactHalvesToEven) {
+    EXPECT_EQ(Format(1000000000000.125, "0.000"), "1000000000000.120");
+    EXPECT_EQ(Format(1000000000000.375, "0.000"), "1000000000000.380");
+    EXPECT_EQ(Format(562949953421311.5, "0.0"), "562949953421312.0");
+    EXPECT_EQ(Format(562949953421312.5, "0.0"), "562949953421312.0");
+    EXPECT_EQ(Format(1000000000000005.0, "0"), "1000000000000000");
+    EXPECT_EQ(Str(1000000000000.125), " 1000000000000.12");
+    EXPECT_EQ(Str(1234567.5f), " 1234568");
+    EXPECT_EQ(Str(1234568.5f), " 1234568");
+}
+
+// A percent of a value near the largest Double is beyond it, as an infinite value is.
+TEST(Format, PercentBeyondTheLargestDouble) {
+    EXPECT_EQ(Format(1e307, "0.00%"), "Infinity");
+    EXPECT_EQ(Format(-1e307, "Percent"), "-Infinity");
+}
+
 TEST(Str, LeadingBlankNoLeadingZeroShortestText) {
     EXPECT_EQ(Str(1.5), " 1.5");
     EXPECT_EQ(Str(0.5), " .5");
