@@ -107,7 +107,8 @@ void OrderedElimination::Order() {
 void OrderedElimination::Structure() {
     upperStart_.assign(At(size_) + 1, 0);
     upperColumn_.clear();
-    // The children of each place, as lists linked through the places.
+    // The children of each place, as lists linked through the places; they borrow the room of
+    // the lower elements, which are laid out only once the upper ones are known.
     std::vector<int>& firstChild = lowerStart_;
     std::vector<int>& nextChild = lowerColumn_;
     firstChild.assign(At(size_), -1);
