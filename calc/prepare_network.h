@@ -15,6 +15,8 @@ struct PrepareResult {
     int NodesAboveCapacity = 0; // the number of nodes when above the table's capacity
     bool PumpUsesCurve = false; // a pump row without a typed boost in Supply mode
     Single DryAreaFactor = 1.0f;
+
+    bool operator==(const PrepareResult&) const = default;
 };
 
 // The solver's tables from the working rows: the first inflow becomes node 10000, the nodes are

@@ -350,7 +350,6 @@ struct NamedFormat {
     std::string_view Picture; // none for the plain number text
 };
 
-// The names differ in length, so a text can only be the one name of its length.
 constexpr std::array<NamedFormat, 5> NamedFormats = {{{"General Number", ""},
                                                       {"Fixed", "0.00"},
                                                       {"Standard", "#,##0.00"},

@@ -7,9 +7,18 @@
 
 namespace quench {
 
+namespace {
+
+// The Hazen-Williams conductance from the powers of the C factor and of the diameter.
+double ConductanceOfPowers(double cFactorPower, double diameterPower, double length) {
+    return cFactorPower * diameterPower / ConductanceDivisor / length;
+}
+
+} // namespace
+
 double PipeConductance(double cFactor, double diameter, double length) {
-    return std::pow(cFactor, CFactorExponent) * std::pow(diameter, DiameterExponent) /
-           ConductanceDivisor / length;
+    return ConductanceOfPowers(std::pow(cFactor, CFactorExponent),
+                               std::pow(diameter, DiameterExponent), length);
 }
 
 double Velocity(double flow, double insideDiameter) {
@@ -61,7 +70,7 @@ void ComputeConductances(const Project& project, SolverState& state) {
     PowerMemo cFactorPower(CFactorExponent);
     PowerMemo diameterPower(DiameterExponent);
     const auto conductanceOf = [&](double cFactor, double diameter, double length) {
-        return cFactorPower(cFactor) * diameterPower(diameter) / ConductanceDivisor / length;
+        return ConductanceOfPowers(cFactorPower(cFactor), diameterPower(diameter), length);
     };
     for (int row = 1; row <= edges.Count; ++row) {
         double& conductance = state.Conductance[static_cast<std::size_t>(row)];
