@@ -43,6 +43,7 @@ void OrderedElimination::Analyse(int size, const std::vector<std::pair<int, int>
     values_.assign(At(upper_) + upperColumn_.size(), 0.0);
     result_.assign(At(size_), 0.0);
     Targets();
+    Schedule();
 }
 
 // The rows' columns as a symmetric pattern without the diagonal, each row's columns ascending and
@@ -192,14 +193,11 @@ void OrderedElimination::Targets() {
         columnStart_[At(k) + 1] += columnStart_[At(k)];
     }
     columnElement_.assign(lowerColumn_.size(), 0);
-    columnRow_.assign(lowerColumn_.size(), 0);
     std::vector<int>& next = scratch_;
     next.assign(columnStart_.begin(), columnStart_.end() - 1);
     for (int i = 0; i < size_; ++i) {
         for (int e = lowerStart_[At(i)]; e < lowerStart_[At(i) + 1]; ++e) {
-            const int at = next[At(lowerColumn_[At(e)])]++;
-            columnElement_[At(at)] = e;
-            columnRow_[At(at)] = i;
+            columnElement_[At(next[At(lowerColumn_[At(e)])]++)] = e;
         }
     }
     built_.assign(At(size_), 0.0);
@@ -235,15 +233,56 @@ bool OrderedElimination::DiagonalsSet() const {
     return std::find(values_.begin(), end, 0.0) == end;
 }
 
+// The orders of the substitutions. A row of the forward substitution needs the rows below it in
+// the elimination tree, one of the back substitution the rows above it: the rows by height (the
+// leaves first) and by depth (the root first) meet each row after those it needs, and rows next to
+// each other seldom wait for each other as they do in the order of places, where a row is most
+// often the parent or the child of the one before.
+void OrderedElimination::Schedule() {
+    // A place's parent is the first column of its upper row; parents come after their children.
+    const auto parentOf = [this](int place) {
+        const int first = upperStart_[At(place)];
+        return first < upperStart_[At(place) + 1] ? upperColumn_[At(first)] : -1;
+    };
+    std::vector<int>& level = scratch_;
+    level.assign(At(size_), 0);
+    for (int place = 0; place < size_; ++place) {
+        const int parent = parentOf(place);
+        if (parent >= 0) {
+            level[At(parent)] = std::max(level[At(parent)], level[At(place)] + 1);
+        }
+    }
+    SortByLevel(level, forwardSequence_);
+    for (int place = size_ - 1; place >= 0; --place) {
+        const int parent = parentOf(place);
+        level[At(place)] = parent >= 0 ? level[At(parent)] + 1 : 0;
+    }
+    SortByLevel(level, backSequence_);
+}
+
+// The places by ascending level, and within a level by place.
+void OrderedElimination::SortByLevel(const std::vector<int>& level, std::vector<int>& sequence) {
+    const int levels = size_ == 0 ? 0 : *std::max_element(level.begin(), level.end()) + 1;
+    std::vector<int> start(At(levels) + 1, 0);
+    for (const int at : level) {
+        ++start[At(at) + 1];
+    }
+    std::partial_sum(start.begin(), start.end(), start.begin());
+    sequence.assign(At(size_), 0);
+    for (int place = 0; place < size_; ++place) {
+        sequence[At(start[At(level[At(place)])]++)] = place;
+    }
+}
+
 // Pivot by pivot in the elimination order, each row below that holds the pivot's column takes
-// its multiple of the pivot's row, its right side along, each element landing in the slot found
-// by the analysis. Every element receives the same subtractions in the same order as when the
-// rows are eliminated one after another, so the numbers are the same; the divisions of one
-// pivot's column no longer wait for each other.
+// its multiple of the pivot's row, each element landing in the slot found by the analysis; the
+// multiple is kept in place of the lower element for the forward substitution. Every element
+// receives the same subtractions in the same order as when the rows are eliminated one after
+// another, so the numbers are the same; the divisions of one pivot's column no longer wait for
+// each other.
 bool OrderedElimination::Factor() {
     double* const values = values_.data();
     const double* const upperValues = values + upper_;
-    double* const rightSides = values + rightSide_;
     const int* const target = target_.data();
     std::copy(values, values + size_, built_.begin());
     for (int k = 0; k < size_; ++k) {
@@ -256,22 +295,37 @@ bool OrderedElimination::Factor() {
         for (int c = columnStart_[At(k)]; c < columnStart_[At(k) + 1]; ++c) {
             const int e = columnElement_[At(c)];
             const double factor = values[lower_ + e] / pivot;
+            values[lower_ + e] = factor;
             const int* landing = target + targetStart_[At(e)];
             for (int u = upperBegin; u < upperEnd; ++u) {
                 values[*landing++] -= factor * upperValues[u];
             }
-            rightSides[columnRow_[At(c)]] -= factor * rightSides[k];
         }
     }
     return true;
+}
+
+// Each right side less the multiples of the right sides of the rows that eliminated into it, in
+// the order of the pivots, as the elimination takes them.
+void OrderedElimination::SubstituteForward() {
+    double* const rightSides = values_.data() + rightSide_;
+    const double* const factors = values_.data() + lower_;
+    for (const int i : forwardSequence_) {
+        double rightSide = rightSides[i];
+        for (int e = lowerStart_[At(i)]; e < lowerStart_[At(i) + 1]; ++e) {
+            rightSide -= factors[e] * rightSides[lowerColumn_[At(e)]];
+        }
+        rightSides[i] = rightSide;
+    }
 }
 
 bool OrderedElimination::Solve(std::vector<double>& solution) {
     if (!Factor()) {
         return false;
     }
+    SubstituteForward();
     const double* const values = values_.data();
-    for (int i = size_ - 1; i >= 0; --i) {
+    for (const int i : backSequence_) {
         double sum = 0;
         for (int e = upperStart_[At(i)]; e < upperStart_[At(i) + 1]; ++e) {
             sum += values[upper_ + e] * result_[At(upperColumn_[At(e)])];

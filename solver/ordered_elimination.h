@@ -47,7 +47,10 @@ private:
     void Order();
     void Structure();
     void Targets();
+    void Schedule();
+    void SortByLevel(const std::vector<int>& level, std::vector<int>& sequence);
     bool Factor();
+    void SubstituteForward();
 
     int size_ = 0;
     std::vector<std::pair<int, int>> places_; // the pattern analysed
@@ -58,7 +61,8 @@ private:
     std::vector<int> place_;   // by row (0-based): its elimination place
     // By elimination place, the columns (places) left of and right of the diagonal, ascending.
     std::vector<int> lowerStart_, lowerColumn_, upperStart_, upperColumn_;
-    // values_: diagonals by place, right sides by row, then the lower and upper elements.
+    // values_: diagonals by place, right sides by place, then the lower elements (their multiples
+    // once factored) and the upper elements.
     std::vector<double> values_;
     int rightSide_ = 0;
     int lower_ = 0;
@@ -67,7 +71,9 @@ private:
     // row: slots of values_, in the order of the eliminating row's upper elements.
     std::vector<int> targetStart_, target_;
     // By elimination place k, the lower elements of the rows below it in column k.
-    std::vector<int> columnStart_, columnElement_, columnRow_;
+    std::vector<int> columnStart_, columnElement_;
+    // The places in the orders the forward and the back substitution take them.
+    std::vector<int> forwardSequence_, backSequence_;
     std::vector<double> built_;  // the diagonals as built, by place
     std::vector<double> result_; // by place
     std::size_t fill_ = 0;
