@@ -3,6 +3,8 @@
 #include "core/formats.h"
 #include "core/text.h"
 
+#include <algorithm>
+
 namespace quench {
 
 Project::Project()
@@ -23,14 +25,21 @@ void ResetGeneralRecords(Project& project) {
     project.SystemData = {};
 }
 
+// Every row from row `first` on made a copy of one blank row: a copy of empty texts keeps the
+// rows' room and allocates nothing.
+template <class Record>
+void FillRows(Table<Record>& rows, const Record& blank, std::size_t first) {
+    std::fill(rows.begin() + static_cast<std::ptrdiff_t>(first), rows.end(), blank);
+}
+
 void ResetPipeRows(Project& project) {
     const Integer material = project.SystemData.DefaultPipeMaterial;
-    for (int row = 1; row <= MaxPipes; ++row) {
-        project.PipeRecord[row] = {};
-        project.PipeRecord[row].Material = material;
-        project.WorkPipeRecord[row] = {};
-        project.WorkPipeRecord[row].Material = material;
-    }
+    PipeRecord pipe;
+    pipe.Material = material;
+    FillRows(project.PipeRecord, pipe, 1);
+    WorkPipeRecord work;
+    work.Material = material;
+    FillRows(project.WorkPipeRecord, work, 1);
 }
 
 // All settings and results to zero, except the two option flags that outlive a reset.
@@ -45,15 +54,9 @@ void ResetCalculationData(CalculationData& data) {
 }
 
 void ResetOutputTables(Project& project) {
-    for (auto& row : project.PipeResultRecord) {
-        row = {};
-    }
-    for (auto& row : project.CalcPipeRecord) {
-        row = {};
-    }
-    for (auto& row : project.NodeRecord) {
-        row = {};
-    }
+    FillRows(project.PipeResultRecord, PipeResultRecord{}, 0);
+    FillRows(project.CalcPipeRecord, CalcPipeRecord{}, 0);
+    FillRows(project.NodeRecord, NodeRecord{}, 0);
     project.MaxNodePressureImbalanceResult = 0;
     project.AvgNodePressureImbalanceResult = 0;
     project.MaxNodeFlowImbalanceResult = 0;
