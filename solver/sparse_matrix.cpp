@@ -36,7 +36,7 @@ double SparseMatrix::GetElement(int row, int column) const {
 
 int SparseMatrix::NewElement(int column, double value, int next) {
     // Beyond the preallocated room the table grows rather than fail the run.
-    elements_.push_back(SparseElement{column, value, next});
+    elements_.push_back(SparseElement{column, next, value});
     ++count_;
     return count_;
 }

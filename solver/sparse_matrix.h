@@ -7,10 +7,11 @@
 
 namespace quench {
 
+// The two indexes side by side: 16 bytes an element, four to a cache line.
 struct SparseElement {
     int Column = 0;
-    double Value = 0;
     int Next = 0; // the next element of the row, 0 at the end
+    double Value = 0;
 };
 
 class SparseMatrix {
