@@ -27,81 +27,6 @@ std::string ProgressPercentText(double imbalance, double tolerance, float iterat
 
 namespace {
 
-// Rows grouped by the column of their first element, so that the rows a pivot column touches are
-// found without walking every row below it.
-class HeadColumnIndex {
-public:
-    void Build(const SparseMatrix& matrix, int rows, std::vector<int>& heads,
-               std::vector<int>& next) {
-        heads_ = &heads;
-        next_ = &next;
-        heads.assign(static_cast<std::size_t>(rows) + 2, 0);
-        next.assign(static_cast<std::size_t>(rows) + 2, 0);
-        rows_ = rows;
-        for (int row = rows; row >= 1; --row) {
-            const int head = matrix.RowHead(row);
-            if (head != 0) {
-                Add(row, matrix.Element(head).Column);
-            }
-        }
-    }
-    void Add(int row, int column) {
-        if (column < 1 || column > rows_) {
-            return;
-        }
-        (*next_)[static_cast<std::size_t>(row)] = (*heads_)[static_cast<std::size_t>(column)];
-        (*heads_)[static_cast<std::size_t>(column)] = row;
-    }
-    // Takes the list of rows whose first element is in the column.
-    int Take(int column) {
-        const int first = (*heads_)[static_cast<std::size_t>(column)];
-        (*heads_)[static_cast<std::size_t>(column)] = 0;
-        return first;
-    }
-    int Next(int row) const { return (*next_)[static_cast<std::size_t>(row)]; }
-
-private:
-    std::vector<int>* heads_ = nullptr;
-    std::vector<int>* next_ = nullptr;
-    int rows_ = 0;
-};
-
-// Row i less factor × the rest of the pivot row, merged in column order.
-void SubtractPivotRow(SparseMatrix& matrix, int row, int pivotRest, double factor) {
-    int previous = 0;
-    int at = matrix.RowHead(row);
-    for (int pivot = pivotRest; pivot != 0; pivot = matrix.Element(pivot).Next) {
-        const int column = matrix.Element(pivot).Column;
-        const double value = matrix.Element(pivot).Value;
-        while (at != 0 && matrix.Element(at).Column < column) {
-            previous = at;
-            at = matrix.Element(at).Next;
-        }
-        if (at != 0 && matrix.Element(at).Column == column) {
-            matrix.Element(at).Value = matrix.Element(at).Value - factor * value;
-            continue;
-        }
-        const int created = matrix.NewElement(column, -factor * value, at);
-        if (previous == 0) {
-            matrix.SetRowHead(row, created);
-        } else {
-            matrix.Element(previous).Next = created;
-        }
-        previous = created;
-    }
-}
-
-// Removes the row's first element (the one in the pivot column); a row left empty keeps a zero
-// element in its own column as its diagonal.
-void DropFirstElement(SparseMatrix& matrix, int row) {
-    const int next = matrix.Element(matrix.RowHead(row)).Next;
-    if (next != 0) {
-        matrix.SetRowHead(row, next);
-    } else {
-        matrix.SetRowHead(row, matrix.NewElement(row, 0, 0));
-    }
-}
-
 MatrixOutcome ZeroPivot(RunContext& context, SolverState& state) {
     if (state.Gauge >= 50 || state.RecoveryUsed) {
         context.Stop({MessageStyle::Plain, "", NoSolutionMessage("")});
@@ -111,92 +36,13 @@ MatrixOutcome ZeroPivot(RunContext& context, SolverState& state) {
     return MatrixOutcome::ZeroPivot;
 }
 
-MatrixOutcome Eliminate(RunContext& context, SolverState& state) {
-    SparseMatrix& matrix = state.Matrix;
-    const int n = state.RowCount;
-    HeadColumnIndex index;
-    index.Build(matrix, n, state.BucketHeads, state.BucketNext);
-    for (int k = 1; k <= n - 1; ++k) {
-        int pivot = matrix.RowHead(k);
-        while (pivot != 0 && matrix.Element(pivot).Column < k) {
-            pivot = matrix.Element(pivot).Next;
-        }
-        if (pivot == 0 || matrix.Element(pivot).Value == 0) {
-            return ZeroPivot(context, state);
-        }
-        const double pivotValue = matrix.Element(pivot).Value;
-        const int rest = matrix.Element(pivot).Next;
-        for (int row = index.Take(k); row != 0;) {
-            const int following = index.Next(row);
-            if (row > k) {
-                const double factor = matrix.Element(matrix.RowHead(row)).Value / pivotValue;
-                DropFirstElement(matrix, row);
-                SubtractPivotRow(matrix, row, rest, factor);
-                index.Add(row, matrix.Element(matrix.RowHead(row)).Column);
-            }
-            row = following;
-        }
-    }
-    return MatrixOutcome::Solved;
-}
-
-double& CorrectionAt(SolverState& state, int column) {
-    if (column >= static_cast<int>(state.Correction.size())) {
-        state.Correction.resize(static_cast<std::size_t>(column) + 1, 0.0);
-    }
-    return state.Correction[static_cast<std::size_t>(column)];
-}
-
 bool IsHmdPlace(const RunContext& context, const SolverState& state, int place) {
     return place <= context.Project.NumberOfNodes &&
            context.Project.NodeRecord[static_cast<std::size_t>(place)].Number == state.HmdNode;
 }
 
-// Correction of row k from its diagonal, the known corrections and its right side (the last
-// element; a row with its diagonal alone has a right side of 0).
-bool SolveRow(SolverState& state, int k) {
-    SparseMatrix& matrix = state.Matrix;
-    const int head = matrix.RowHead(k);
-    const double diagonal = head == 0 ? 0.0 : matrix.Element(head).Value;
-    if (diagonal == 0) {
-        return false;
-    }
-    double sum = 0;
-    double rightSide = 0;
-    for (int at = matrix.Element(head).Next; at != 0; at = matrix.Element(at).Next) {
-        const SparseElement& element = matrix.Element(at);
-        if (element.Next == 0) {
-            rightSide = element.Value;
-        } else {
-            sum += element.Value * CorrectionAt(state, element.Column);
-        }
-    }
-    CorrectionAt(state, k) = (rightSide - sum) / diagonal;
-    return true;
-}
-
 double RoundToSixDecimals(double value) {
     return ToNumber(Format(value, "#0.000000"));
-}
-
-// Corrections from the last row up; false at a zero diagonal.
-bool SubstituteBack(SolverState& state) {
-    SparseMatrix& matrix = state.Matrix;
-    const int n = state.RowCount;
-    const int last = matrix.RowHead(n);
-    double& lastCorrection = CorrectionAt(state, n);
-    lastCorrection = 0;
-    if (last != 0 && matrix.Element(last).Value != 0) {
-        const int next = matrix.Element(last).Next;
-        const double rightSide = next == 0 ? 0.0 : matrix.Element(next).Value;
-        lastCorrection = rightSide / matrix.Element(last).Value;
-    }
-    for (int k = n - 1; k >= 1; --k) {
-        if (!SolveRow(state, k)) {
-            return false;
-        }
-    }
-    return true;
 }
 
 // The convergence test on the corrections, from the last row up. A row's index stands for the
@@ -243,13 +89,14 @@ void TestConvergence(RunContext& context, SolverState& state) {
 
 MatrixOutcome SolveInNodeOrder(RunContext& context, SolverState& state) {
     ++state.NodeOrderSteps;
-    const MatrixOutcome eliminated = Eliminate(context, state);
-    if (eliminated != MatrixOutcome::Solved) {
-        return eliminated;
-    }
-    if (!SubstituteBack(state)) {
+    switch (state.NodeOrder.Solve(state.Matrix, state.RowCount, state.Correction)) {
+    case NodeOrderOutcome::ZeroPivot:
+        return ZeroPivot(context, state);
+    case NodeOrderOutcome::ZeroDiagonal:
         context.Stop({MessageStyle::Plain, "", NoSolutionMessage("Zero diagonal element.")});
         return MatrixOutcome::Failed;
+    case NodeOrderOutcome::Solved:
+        break;
     }
     return MatrixOutcome::Solved;
 }

@@ -8,6 +8,7 @@
 #include "solver/device_constraint.h"
 #include "solver/equation_layout.h"
 #include "solver/half_edge_table.h"
+#include "solver/node_order_elimination.h"
 #include "solver/ordered_elimination.h"
 #include "solver/sparse_matrix.h"
 
@@ -125,6 +126,7 @@ struct SolverState {
     FlowRows FlowScratch;
     std::array<Integer, MaterialCodes> CValue{}; // by material code
     SparseMatrix Matrix; // the equations in node order, for the steps that take that order
+    NodeOrderElimination NodeOrder;
     EquationLayout Layout;
     OrderedElimination Elimination;
     long HalfEdgeBuilds = 0;  // counts the half-edge tables built, so a layout knows its own
@@ -136,8 +138,6 @@ struct SolverState {
     std::vector<int> ToColumn;
     std::vector<double> Correction; // by column
     std::vector<double> CorrectionSign;
-    std::vector<int> BucketHeads; // the elimination's rows by the column of their first element
-    std::vector<int> BucketNext;
     int RowCount = 0;
     int EquationExtra = 0; // 1 in Demand mode
     DeviceList Devices;

@@ -99,9 +99,8 @@ struct NodeOrder : testing::SolverHarness {
             }
             State.Matrix.SetElement(i, n + 1, system.B[static_cast<std::size_t>(i - 1)]);
         }
-        const int before = State.Matrix.ElementCount();
         EXPECT_EQ(SolveMatrix(Context, State), MatrixOutcome::Solved);
-        Fill = static_cast<std::size_t>(State.Matrix.ElementCount() - before);
+        Fill = State.NodeOrder.FillCount();
         return State.Correction;
     }
 };

@@ -1,0 +1,169 @@
+#include "solver/node_order_elimination.h"
+
+#include <algorithm>
+#include <bit>
+
+namespace quench {
+
+namespace {
+
+std::size_t At(int index) {
+    return static_cast<std::size_t>(index);
+}
+
+double& CorrectionAt(std::vector<double>& correction, int column) {
+    if (column >= static_cast<int>(correction.size())) {
+        correction.resize(At(column) + 1, 0.0);
+    }
+    return correction[At(column)];
+}
+
+} // namespace
+
+NodeOrderOutcome NodeOrderElimination::Solve(const SparseMatrix& matrix, int rows,
+                                             std::vector<double>& correction) {
+    Prepare(matrix, rows);
+    for (int row = 1; row <= rows; ++row) {
+        Load(matrix, row);
+        EliminateLeftOfDiagonal(row);
+        Keep(row);
+        if (row < rows && !PivotUsable(row)) {
+            return NodeOrderOutcome::ZeroPivot;
+        }
+    }
+    return SubstituteBack(rows, correction) ? NodeOrderOutcome::Solved
+                                            : NodeOrderOutcome::ZeroDiagonal;
+}
+
+// Room for the widest row: every column an element of the matrix names, and the diagonals.
+void NodeOrderElimination::Prepare(const SparseMatrix& matrix, int rows) {
+    columns_ = rows;
+    for (int row = 1; row <= rows; ++row) {
+        for (int at = matrix.RowHead(row); at != 0; at = matrix.Element(at).Next) {
+            columns_ = std::max(columns_, matrix.Element(at).Column);
+        }
+    }
+    if (work_.size() < At(columns_) + 1) {
+        work_.resize(At(columns_) + 1);
+    }
+    present_.assign(At(columns_ >> 6) + 1, 0);
+    rowStart_.assign(At(rows) + 2, 0);
+    pivotAt_.assign(At(rows) + 1, -1);
+    column_.clear();
+    value_.clear();
+    fill_ = 0;
+}
+
+void NodeOrderElimination::Load(const SparseMatrix& matrix, int row) {
+    elements_ = 0;
+    for (int at = matrix.RowHead(row); at != 0; at = matrix.Element(at).Next) {
+        const SparseElement& element = matrix.Element(at);
+        Mark(element.Column);
+        work_[At(element.Column)] = element.Value;
+        ++elements_;
+    }
+}
+
+// While the row's first element lies in a column from 1 to left of its diagonal, the element goes
+// and the row takes that multiple of the pivot row.
+void NodeOrderElimination::EliminateLeftOfDiagonal(int row) {
+    for (int column = FirstColumnFrom(0); column >= 1 && column < row;
+         column = FirstColumnFrom(column + 1)) {
+        const int pivot = pivotAt_[At(column)];
+        const double factor = work_[At(column)] / value_[At(pivot)];
+        Unmark(column);
+        if (--elements_ == 0) {
+            Mark(row);
+            work_[At(row)] = 0;
+            elements_ = 1;
+            ++fill_;
+        }
+        SubtractPivotRow(column, factor);
+    }
+}
+
+void NodeOrderElimination::SubtractPivotRow(int pivotRow, double factor) {
+    const int end = rowStart_[At(pivotRow) + 1];
+    for (int at = pivotAt_[At(pivotRow)] + 1; at < end; ++at) {
+        const int column = column_[At(at)];
+        const double value = value_[At(at)];
+        double& element = work_[At(column)];
+        if (Has(column)) {
+            element = element - factor * value;
+        } else {
+            Mark(column);
+            element = -factor * value;
+            ++elements_;
+            ++fill_;
+        }
+    }
+}
+
+// The first column at or right of `column` that holds an element, -1 when none does.
+int NodeOrderElimination::FirstColumnFrom(int column) const {
+    if (column > columns_) {
+        return -1;
+    }
+    std::size_t word = At(column) >> 6;
+    std::uint64_t bits = present_[word] & (~std::uint64_t{0} << (column & 63));
+    while (bits == 0) {
+        if (++word == present_.size()) {
+            return -1;
+        }
+        bits = present_[word];
+    }
+    return static_cast<int>(word * 64) + std::countr_zero(bits);
+}
+
+// The finished row into the flat arrays, the dense row emptied; its pivot is its first element at
+// or right of its diagonal.
+void NodeOrderElimination::Keep(int row) {
+    for (int column = FirstColumnFrom(0); column >= 0; column = FirstColumnFrom(column + 1)) {
+        if (column >= row && pivotAt_[At(row)] < 0) {
+            pivotAt_[At(row)] = static_cast<int>(column_.size());
+        }
+        column_.push_back(column);
+        value_.push_back(work_[At(column)]);
+        Unmark(column);
+    }
+    rowStart_[At(row) + 1] = static_cast<int>(column_.size());
+}
+
+bool NodeOrderElimination::PivotUsable(int row) const {
+    const int pivot = pivotAt_[At(row)];
+    return pivot >= 0 && value_[At(pivot)] != 0;
+}
+
+// From the last row up. The last row's second element is its right side; each other row's last
+// element is, and the elements between its first and its last take the corrections found.
+bool NodeOrderElimination::SubstituteBack(int rows, std::vector<double>& correction) const {
+    double& lastCorrection = CorrectionAt(correction, rows);
+    lastCorrection = 0;
+    const int lastBegin = rowStart_[At(rows)];
+    const int lastEnd = rowStart_[At(rows) + 1];
+    if (lastBegin < lastEnd && value_[At(lastBegin)] != 0) {
+        const double rightSide = lastBegin + 1 < lastEnd ? value_[At(lastBegin) + 1] : 0.0;
+        lastCorrection = rightSide / value_[At(lastBegin)];
+    }
+    for (int row = rows - 1; row >= 1; --row) {
+        const int begin = rowStart_[At(row)];
+        const int end = rowStart_[At(row) + 1];
+        const double diagonal = begin < end ? value_[At(begin)] : 0.0;
+        if (diagonal == 0) {
+            return false;
+        }
+        double sum = 0;
+        double rightSide = 0;
+        for (int at = begin + 1; at < end; ++at) {
+            if (at + 1 == end) {
+                rightSide = value_[At(at)];
+            } else {
+                sum += value_[At(at)] * CorrectionAt(correction, column_[At(at)]);
+            }
+        }
+        CorrectionAt(correction, row) = (rightSide - sum) / diagonal;
+    }
+    return true;
+}
+
+} // namespace quench

@@ -1,0 +1,71 @@
+#pragma once
+
+// The node equations eliminated in node order with no pivoting, then substituted back: the path
+// that decides a run's first step and the steps whose rows lack a diagonal or a right side.
+//
+// The rows are read from the sparse matrix as built, where an element exists once a number other
+// than 0 was stored in it. The elimination keeps to the rules of rows held as linked lists: row i
+// takes, from its first element on while that lies left of its diagonal, the multiple of the
+// pivot row of that column (the rest of that row after its pivot, the first element at or right
+// of its diagonal), each element it did not hold becoming a new one; a row left with no element
+// gets a zero one on its diagonal. In back substitution a row's first element is its diagonal and
+// its last its right side, whichever columns they stand in.
+//
+// Each row is worked in a dense row with a mark per column and each finished row kept in flat
+// arrays, so that the pivot rows are read in column order from consecutive memory. The numbers
+// are those of the linked rows: every element receives the same subtractions in the same order.
+
+#include "solver/sparse_matrix.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace quench {
+
+enum class NodeOrderOutcome {
+    Solved,
+    ZeroPivot,    // a row before the last has no pivot or a pivot of 0
+    ZeroDiagonal, // back substitution met a row whose first element is 0
+};
+
+class NodeOrderElimination {
+public:
+    // Rows 1 to `rows` of the matrix; the corrections by column into `correction` (grown with
+    // zeros when a column lies beyond its end). The matrix is left as it was.
+    NodeOrderOutcome Solve(const SparseMatrix& matrix, int rows, std::vector<double>& correction);
+
+    // Elements the last elimination added to the rows, for the tests and the benchmarks.
+    std::size_t FillCount() const { return fill_; }
+
+private:
+    void Prepare(const SparseMatrix& matrix, int rows);
+    void Load(const SparseMatrix& matrix, int row);
+    void EliminateLeftOfDiagonal(int row);
+    void SubtractPivotRow(int pivotRow, double factor);
+    int FirstColumnFrom(int column) const;
+    void Keep(int row);
+    bool PivotUsable(int row) const;
+    bool SubstituteBack(int rows, std::vector<double>& correction) const;
+
+    bool Has(int column) const {
+        return (present_[static_cast<std::size_t>(column) >> 6] >> (column & 63)) & 1U;
+    }
+    void Mark(int column) {
+        present_[static_cast<std::size_t>(column) >> 6] |= std::uint64_t{1} << (column & 63);
+    }
+    void Unmark(int column) {
+        present_[static_cast<std::size_t>(column) >> 6] &= ~(std::uint64_t{1} << (column & 63));
+    }
+
+    int columns_ = 0;                  // the largest column of any element
+    std::vector<double> work_;         // the row being eliminated, by column
+    std::vector<std::uint64_t> present_; // its elements, one bit per column
+    int elements_ = 0;                 // elements the row holds
+    std::size_t fill_ = 0;
+    // The finished rows, each in column order: rowStart_[i] to rowStart_[i + 1], and the place of
+    // each row's pivot among them.
+    std::vector<int> rowStart_, pivotAt_, column_;
+    std::vector<double> value_;
+};
+
+} // namespace quench
