@@ -1,5 +1,5 @@
-// The whole `quench calc` process on generated grids of 1000 pipes with shuffled node numbers:
-// start, open, calculate, save, exit, as a user meets it on the command line.
+// The whole `quench calc` process on generated grids of 1000 pipes, their node numbers shuffled
+// or given mains first: start, open, calculate, save, exit, as a user meets it on the command line.
 
 #include "app/directories.h"
 #include "bench/network_generator.h"
@@ -34,11 +34,11 @@ fs::path ScratchDirectory() {
 }
 
 // The project of a 1000-pipe grid, written once.
-fs::path GridProject(bool demand, int damping) {
+fs::path GridProject(bool demand, int damping, Numbering numbering) {
     Project project;
     NetworkGenerator generator(project);
     GeneratedNetwork network = SizedNetwork(Shape::Grid, 1000);
-    network.Shuffled = true;
+    network.Numbers = numbering;
     generator.Build(network);
     if (demand) {
         generator.DemandMode(7, 0.15f, false);
@@ -46,8 +46,9 @@ fs::path GridProject(bool demand, int damping) {
         generator.SupplyMode(60);
     }
     generator.Damping(static_cast<Single>(damping), damping >= 60 ? 60.0f : 1.0f);
-    const fs::path file =
-        ScratchDirectory() / ((demand ? "demand-" : "supply-") + std::to_string(damping) + ".qnw");
+    const std::string numbers = numbering == Numbering::MainsFirst ? "-mains" : "";
+    const fs::path file = ScratchDirectory() / ((demand ? "demand-" : "supply-") +
+                                                std::to_string(damping) + numbers + ".qnw");
     WriteProject(project, file);
     return file;
 }
@@ -68,7 +69,8 @@ int RunQuench(const fs::path& project) {
 }
 
 void QuenchCalc(benchmark::State& state, bool demand) {
-    const fs::path source = GridProject(demand, static_cast<int>(state.range(0)));
+    const Numbering numbering = state.range(1) != 0 ? Numbering::MainsFirst : Numbering::Shuffled;
+    const fs::path source = GridProject(demand, static_cast<int>(state.range(0)), numbering);
     const fs::path work = source.parent_path() / ("run-" + source.filename().string());
     for (auto _ : state) {
         state.PauseTiming();
@@ -93,15 +95,13 @@ void DemandGridProcess(benchmark::State& state) {
     QuenchCalc(state, true);
 }
 BENCHMARK(SupplyGridProcess)
-    ->ArgName("damping")
-    ->Arg(2)
-    ->Arg(65)
+    ->ArgsProduct({{2, 65}, {0, 1}})
+    ->ArgNames({"damping", "mains_first"})
     ->Unit(benchmark::kMillisecond)
     ->UseRealTime();
 BENCHMARK(DemandGridProcess)
-    ->ArgName("damping")
-    ->Arg(2)
-    ->Arg(65)
+    ->ArgsProduct({{2, 65}, {0, 1}})
+    ->ArgNames({"damping", "mains_first"})
     ->Unit(benchmark::kMillisecond)
     ->UseRealTime();
 

@@ -27,7 +27,7 @@ std::unique_ptr<Project> CalculatedProject(Shape shape, int pipes, bool demand) 
     auto project = std::make_unique<Project>();
     NetworkGenerator generator(*project);
     GeneratedNetwork network = SizedNetwork(shape, pipes);
-    network.Shuffled = true;
+    network.Numbers = Numbering::Shuffled;
     generator.Build(network);
     if (demand) {
         generator.DemandMode(7, 0.15f, false);

@@ -57,10 +57,10 @@ private:
         present_[static_cast<std::size_t>(column) >> 6] &= ~(std::uint64_t{1} << (column & 63));
     }
 
-    int columns_ = 0;                  // the largest column of any element
-    std::vector<double> work_;         // the row being eliminated, by column
+    int columns_ = 0;                    // the largest column of any element
+    std::vector<double> work_;           // the row being eliminated, by column
     std::vector<std::uint64_t> present_; // its elements, one bit per column
-    int elements_ = 0;                 // elements the row holds
+    int elements_ = 0;                   // elements the row holds
     std::size_t fill_ = 0;
     // The finished rows, each in column order: rowStart_[i] to rowStart_[i + 1], and the place of
     // each row's pivot among them.
