@@ -9,7 +9,8 @@
 // pivot row of that column (the rest of that row after its pivot, the first element at or right
 // of its diagonal), each element it did not hold becoming a new one; a row left with no element
 // gets a zero one on its diagonal. In back substitution a row's first element is its diagonal and
-// its last its right side, whichever columns they stand in.
+// its last its right side (the last row's second), whichever columns they stand in. Columns are
+// numbered from 0.
 //
 // Each row is worked in a dense row with a mark per column and each finished row kept in flat
 // arrays, so that the pivot rows are read in column order from consecutive memory. The numbers
