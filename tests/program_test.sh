@@ -16,9 +16,10 @@ fail() {
 if [ -f "$bin/quench-report-pdf.so" ]; then
     "$bin/quench" report "$work/example.qnw" -o "$work/example.pdf" 2>"$work/report.err" ||
         fail "quench report failed: $(cat "$work/report.err")"
-    command -v pdftotext >/dev/null || { echo "pdftotext is not installed"; exit 0; }
-    pdftotext "$work/example.pdf" - | grep -q "Overall Pipe Output Data" ||
-        fail "the PDF does not read as the report"
+    if command -v pdftotext >/dev/null; then
+        pdftotext "$work/example.pdf" - | grep -q "Overall Pipe Output Data" ||
+            fail "the PDF does not read as the report"
+    fi
 fi
 # A file stands where the folder would be.
 "$bin/quench" report "$work/example.qnw" -o "$work/example.qnw/example.pdf" 2>"$work/refused.err"
