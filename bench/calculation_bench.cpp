@@ -64,6 +64,31 @@ std::unique_ptr<Project> ProjectFor(Mode mode, Shape shape, int pipes, int dampi
     return project;
 }
 
+// The Calculate command on a project with no one watching: every question answered Yes.
+class QuietCalculation {
+public:
+    explicit QuietCalculation(Project& project)
+        : project_(project), calculation_(project, Library(), dialogs_, progress_, screens_) {}
+
+    // False, the benchmark told, when the run posts no results.
+    bool Solve(benchmark::State& state) {
+        if (calculation_.Calculate(CalculationScreenFromProject(project_))) {
+            return true;
+        }
+        state.SkipWithError("the run did not post its results");
+        return false;
+    }
+    RunContext& Context() { return calculation_.Context(); }
+    SolverState& State() { return calculation_.State(); }
+
+private:
+    Project& project_;
+    QuietDialogs dialogs_;
+    NoProgress progress_;
+    NoScreens screens_;
+    Calculation calculation_;
+};
+
 // Whole runs of the Calculate command: the time of a run, its Newton steps and the time per step.
 void CalculationRun(benchmark::State& state, Mode mode, Shape shape) {
     const int pipes = static_cast<int>(state.range(0));
@@ -74,12 +99,8 @@ void CalculationRun(benchmark::State& state, Mode mode, Shape shape) {
     long analyses = 0;
     long runs = 0;
     for (auto _ : state) {
-        QuietDialogs dialogs;
-        NoProgress progress;
-        NoScreens screens;
-        Calculation calculation(*project, Library(), dialogs, progress, screens);
-        if (!calculation.Calculate(CalculationScreenFromProject(*project))) {
-            state.SkipWithError("the run did not post its results");
+        QuietCalculation calculation(*project);
+        if (!calculation.Solve(state)) {
             return;
         }
         steps += calculation.Context().NewtonIterations;
@@ -185,12 +206,8 @@ BENCHMARK(CancelResponse)->ArgName("demand")->Arg(0)->Arg(1)->Unit(benchmark::kM
 void NewtonStep(benchmark::State& state, Mode mode) {
     const auto project = ProjectFor(mode, Shape::Grid, static_cast<int>(state.range(0)), 2,
                                     state.range(1) != 0 ? Numbering::Shuffled : Numbering::Lines);
-    QuietDialogs dialogs;
-    NoProgress progress;
-    NoScreens screens;
-    Calculation calculation(*project, Library(), dialogs, progress, screens);
-    if (!calculation.Calculate(CalculationScreenFromProject(*project))) {
-        state.SkipWithError("the run did not post its results");
+    QuietCalculation calculation(*project);
+    if (!calculation.Solve(state)) {
         return;
     }
     RunContext& context = calculation.Context();
@@ -231,12 +248,8 @@ void NodeOrderStep(benchmark::State& state) {
     const auto project =
         ProjectFor(Mode::Demand, Shape::Grid, 1000, 2,
                    state.range(0) != 0 ? Numbering::MainsFirst : Numbering::Shuffled);
-    QuietDialogs dialogs;
-    NoProgress progress;
-    NoScreens screens;
-    Calculation calculation(*project, Library(), dialogs, progress, screens);
-    if (!calculation.Calculate(CalculationScreenFromProject(*project))) {
-        state.SkipWithError("the run did not post its results");
+    QuietCalculation calculation(*project);
+    if (!calculation.Solve(state)) {
         return;
     }
     RunContext& context = calculation.Context();

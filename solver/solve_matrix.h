@@ -11,8 +11,9 @@ enum class MatrixOutcome {
     Failed,    // the run stops: its diagnostic is on the run context, AbortFlag is set
 };
 
-// Elimination in natural order with no pivoting, fill-in inserted in place, then back
-// substitution into Correction. Sets NotConverged, MaximumImbalance and AverageImbalance.
+// The step's corrections into Correction: eliminated in the fill-reducing order, or in node order
+// with no pivoting where that order decides the step; then the convergence test. Sets
+// NotConverged, MaximumImbalance and AverageImbalance.
 MatrixOutcome SolveMatrix(RunContext& context, SolverState& state);
 
 // The words of a failed elimination.
