@@ -43,59 +43,63 @@ void NodeOrderElimination::Prepare(const SparseMatrix& matrix, int rows) {
             columns_ = std::max(columns_, matrix.Element(at).Column);
         }
     }
-    if (work_.size() < At(columns_) + 1) {
-        work_.resize(At(columns_) + 1);
-    }
+    work_.assign(At(columns_) + 1, -0.0);
     present_.assign(At(columns_ >> 6) + 1, 0);
     rowStart_.assign(At(rows) + 2, 0);
     pivotAt_.assign(At(rows) + 1, -1);
+    patternStart_.assign(At(rows) + 2, 0);
+    pattern_.clear();
     column_.clear();
     value_.clear();
     fill_ = 0;
 }
 
 void NodeOrderElimination::Load(const SparseMatrix& matrix, int row) {
-    elements_ = 0;
+    loadedLessEliminated_ = 0;
     for (int at = matrix.RowHead(row); at != 0; at = matrix.Element(at).Next) {
         const SparseElement& element = matrix.Element(at);
         Mark(element.Column);
         work_[At(element.Column)] = element.Value;
-        ++elements_;
+        ++loadedLessEliminated_;
     }
 }
 
 // While the row's first element lies in a column from 1 to left of its diagonal, the element goes
-// and the row takes that multiple of the pivot row.
+// and the row takes that multiple of the pivot row. Every column the row holds lies right of the
+// one being eliminated, so the row is left empty when none follows it.
 void NodeOrderElimination::EliminateLeftOfDiagonal(int row) {
     for (int column = FirstColumnFrom(0); column >= 1 && column < row;
          column = FirstColumnFrom(column + 1)) {
-        const int pivot = pivotAt_[At(column)];
-        const double factor = work_[At(column)] / value_[At(pivot)];
+        const double factor = work_[At(column)] / value_[At(pivotAt_[At(column)])];
         Unmark(column);
-        if (--elements_ == 0) {
+        work_[At(column)] = -0.0;
+        --loadedLessEliminated_;
+        if (FirstColumnFrom(column + 1) < 0) {
             Mark(row);
             work_[At(row)] = 0;
-            elements_ = 1;
-            ++fill_;
         }
+        AddPattern(column);
         SubtractPivotRow(column, factor);
     }
 }
 
+// The columns pivot row `pivotRow` holds right of its pivot join the row's marks.
+void NodeOrderElimination::AddPattern(int pivotRow) {
+    for (int at = patternStart_[At(pivotRow)]; at < patternStart_[At(pivotRow) + 1]; ++at) {
+        present_[pattern_[At(at)].Index] |= pattern_[At(at)].Bits;
+    }
+}
+
+// Every column the row lacks holds -0 in the dense row, and -0 - x is -x to the last bit, the
+// number a new element takes; so the subtraction needs no test.
 void NodeOrderElimination::SubtractPivotRow(int pivotRow, double factor) {
     const int end = rowStart_[At(pivotRow) + 1];
+    const int* const columns = column_.data();
+    const double* const values = value_.data();
+    double* const work = work_.data();
     for (int at = pivotAt_[At(pivotRow)] + 1; at < end; ++at) {
-        const int column = column_[At(at)];
-        const double value = value_[At(at)];
-        double& element = work_[At(column)];
-        if (Has(column)) {
-            element = element - factor * value;
-        } else {
-            Mark(column);
-            element = -factor * value;
-            ++elements_;
-            ++fill_;
-        }
+        const int column = columns[at];
+        work[column] = work[column] - factor * values[at];
     }
 }
 
@@ -115,18 +119,43 @@ int NodeOrderElimination::FirstColumnFrom(int column) const {
     return static_cast<int>(word * 64) + std::countr_zero(bits);
 }
 
-// The finished row into the flat arrays, the dense row emptied; its pivot is its first element at
-// or right of its diagonal.
+// The finished row into the flat arrays, the dense row emptied back to -0; its pivot is its first
+// element at or right of its diagonal, and what lies after the pivot is its pattern as a pivot row.
 void NodeOrderElimination::Keep(int row) {
-    for (int column = FirstColumnFrom(0); column >= 0; column = FirstColumnFrom(column + 1)) {
-        if (column >= row && pivotAt_[At(row)] < 0) {
-            pivotAt_[At(row)] = static_cast<int>(column_.size());
+    const std::size_t first = column_.size();
+    int pivotColumn = -1;
+    for (std::size_t word = 0; word < present_.size(); ++word) {
+        const std::uint64_t bits = present_[word];
+        for (std::uint64_t rest = bits; rest != 0; rest &= rest - 1) {
+            const int column = static_cast<int>(word * 64) + std::countr_zero(rest);
+            if (column >= row && pivotColumn < 0) {
+                pivotColumn = column;
+                pivotAt_[At(row)] = static_cast<int>(column_.size());
+            }
+            column_.push_back(column);
+            value_.push_back(work_[At(column)]);
+            work_[At(column)] = -0.0;
         }
-        column_.push_back(column);
-        value_.push_back(work_[At(column)]);
-        Unmark(column);
+        KeepPattern(word, bits, pivotColumn);
+        present_[word] = 0;
     }
     rowStart_[At(row) + 1] = static_cast<int>(column_.size());
+    // Elements made: those kept, less those loaded, plus those eliminated.
+    fill_ += column_.size() - first - At(loadedLessEliminated_);
+    patternStart_[At(row) + 1] = static_cast<int>(pattern_.size());
+}
+
+// The columns of a finished row right of its pivot, by word.
+void NodeOrderElimination::KeepPattern(std::size_t word, std::uint64_t bits, int pivotColumn) {
+    if (pivotColumn < 0 || At(pivotColumn) >> 6 > word) {
+        return;
+    }
+    if (At(pivotColumn) >> 6 == word) {
+        bits &= ~std::uint64_t{0} << (pivotColumn & 63) << 1;
+    }
+    if (bits != 0) {
+        pattern_.push_back({static_cast<std::uint32_t>(word), bits});
+    }
 }
 
 bool NodeOrderElimination::PivotUsable(int row) const {

@@ -13,8 +13,9 @@
 // numbered from 0.
 //
 // Each row is worked in a dense row with a mark per column and each finished row kept in flat
-// arrays, so that the pivot rows are read in column order from consecutive memory. The numbers
-// are those of the linked rows: every element receives the same subtractions in the same order.
+// arrays, so that the pivot rows are read in column order from consecutive memory; a pivot row's
+// columns join the marks a word at a time. The numbers are those of the linked rows: every
+// element receives the same subtractions in the same order.
 
 #include "solver/sparse_matrix.h"
 
@@ -42,9 +43,11 @@ private:
     void Prepare(const SparseMatrix& matrix, int rows);
     void Load(const SparseMatrix& matrix, int row);
     void EliminateLeftOfDiagonal(int row);
+    void AddPattern(int pivotRow);
     void SubtractPivotRow(int pivotRow, double factor);
     int FirstColumnFrom(int column) const;
     void Keep(int row);
+    void KeepPattern(std::size_t word, std::uint64_t bits, int pivotColumn);
     bool PivotUsable(int row) const;
     bool SubstituteBack(int rows, std::vector<double>& correction) const;
 
@@ -59,14 +62,21 @@ private:
     }
 
     int columns_ = 0;                    // the largest column of any element
-    std::vector<double> work_;           // the row being eliminated, by column
+    std::vector<double> work_;           // the row being eliminated, by column, -0 where it has none
     std::vector<std::uint64_t> present_; // its elements, one bit per column
-    int elements_ = 0;                   // elements the row holds
+    int loadedLessEliminated_ = 0;       // to count the elements the row was given
     std::size_t fill_ = 0;
     // The finished rows, each in column order: rowStart_[i] to rowStart_[i + 1], and the place of
     // each row's pivot among them.
     std::vector<int> rowStart_, pivotAt_, column_;
     std::vector<double> value_;
+    // Each finished row's columns right of its pivot, a word of marks at a time.
+    struct PatternWord {
+        std::uint32_t Index;
+        std::uint64_t Bits;
+    };
+    std::vector<int> patternStart_;
+    std::vector<PatternWord> pattern_;
 };
 
 } // namespace quench
