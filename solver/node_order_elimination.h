@@ -61,8 +61,8 @@ private:
         present_[static_cast<std::size_t>(column) >> 6] &= ~(std::uint64_t{1} << (column & 63));
     }
 
-    int columns_ = 0;          // the largest column of any element
-    std::vector<double> work_; // the row being eliminated, by column, -0 where it has none
+    int columns_ = 0;                    // the largest column of any element
+    std::vector<double> work_;           // the row being eliminated, -0 where it has none
     std::vector<std::uint64_t> present_; // its elements, one bit per column
     int loadedLessEliminated_ = 0;       // to count the elements the row was given
     std::size_t fill_ = 0;
