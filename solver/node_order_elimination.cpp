@@ -51,6 +51,12 @@ void NodeOrderElimination::Prepare(const SparseMatrix& matrix, int rows) {
     pattern_.clear();
     column_.clear();
     value_.clear();
+    // Room for full rows: only the pages the rows fill are ever touched, and the rows are never
+    // copied to grow.
+    const std::size_t most = At(rows) * (At(columns_) + 1);
+    column_.reserve(most);
+    value_.reserve(most);
+    pattern_.reserve(At(rows) * present_.size());
     fill_ = 0;
 }
 
