@@ -51,9 +51,6 @@ private:
     bool PivotUsable(int row) const;
     bool SubstituteBack(int rows, std::vector<double>& correction) const;
 
-    bool Has(int column) const {
-        return (present_[static_cast<std::size_t>(column) >> 6] >> (column & 63)) & 1U;
-    }
     void Mark(int column) {
         present_[static_cast<std::size_t>(column) >> 6] |= std::uint64_t{1} << (column & 63);
     }
