@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstdint>
 
 namespace quench {
 
@@ -22,12 +23,17 @@ double& CorrectionAt(std::vector<double>& correction, int column) {
 
 NodeOrderOutcome NodeOrderElimination::Solve(const SparseMatrix& matrix, int rows,
                                              std::vector<double>& correction) {
-    Prepare(matrix, rows);
-    for (int row = 1; row <= rows; ++row) {
+    reused_ = SharedRows(matrix, rows);
+    Remember(matrix, rows, reused_);
+    Prepare(matrix, rows, reused_);
+    finished_ = reused_;
+    for (int row = reused_ + 1; row <= rows; ++row) {
         Load(matrix, row);
         EliminateLeftOfDiagonal(row);
         Keep(row);
-        if (row < rows && !PivotUsable(row)) {
+        if (PivotUsable(row)) {
+            finished_ = row;
+        } else if (row < rows) {
             return NodeOrderOutcome::ZeroPivot;
         }
     }
@@ -35,8 +41,47 @@ NodeOrderOutcome NodeOrderElimination::Solve(const SparseMatrix& matrix, int row
                                             : NodeOrderOutcome::ZeroDiagonal;
 }
 
-// Room for the widest row: every column an element of the matrix names, and the diagonals.
-void NodeOrderElimination::Prepare(const SparseMatrix& matrix, int rows) {
+// The leading rows that are, element for element and bit for bit, those the last elimination
+// finished: their eliminated rows stand as they are.
+int NodeOrderElimination::SharedRows(const SparseMatrix& matrix, int rows) const {
+    const int limit = std::min(rows, finished_);
+    for (int row = 1; row <= limit; ++row) {
+        int at = givenStart_[At(row)];
+        const int end = givenStart_[At(row) + 1];
+        for (int element = matrix.RowHead(row); element != 0;
+             element = matrix.Element(element).Next, ++at) {
+            const SparseElement& given = matrix.Element(element);
+            if (at == end || given_[At(at)].Column != given.Column ||
+                given_[At(at)].Bits != std::bit_cast<std::uint64_t>(given.Value)) {
+                return row - 1;
+            }
+        }
+        if (at != end) {
+            return row - 1;
+        }
+    }
+    return limit;
+}
+
+// The rows after the shared ones as given now.
+void NodeOrderElimination::Remember(const SparseMatrix& matrix, int rows, int from) {
+    givenStart_.resize(At(rows) + 2, 0);
+    if (from == 0) {
+        givenStart_[1] = 0;
+    }
+    given_.resize(At(givenStart_[At(from) + 1]));
+    for (int row = from + 1; row <= rows; ++row) {
+        for (int at = matrix.RowHead(row); at != 0; at = matrix.Element(at).Next) {
+            const SparseElement& element = matrix.Element(at);
+            given_.push_back({element.Column, std::bit_cast<std::uint64_t>(element.Value)});
+        }
+        givenStart_[At(row) + 1] = static_cast<int>(given_.size());
+    }
+}
+
+// Room for the widest row: every column an element of the matrix names, and the diagonals. The
+// shared rows stay, the rest go.
+void NodeOrderElimination::Prepare(const SparseMatrix& matrix, int rows, int shared) {
     columns_ = rows;
     for (int row = 1; row <= rows; ++row) {
         for (int at = matrix.RowHead(row); at != 0; at = matrix.Element(at).Next) {
@@ -45,19 +90,25 @@ void NodeOrderElimination::Prepare(const SparseMatrix& matrix, int rows) {
     }
     work_.assign(At(columns_) + 1, -0.0);
     present_.assign(At(columns_ >> 6) + 1, 0);
-    rowStart_.assign(At(rows) + 2, 0);
-    pivotAt_.assign(At(rows) + 1, -1);
-    patternStart_.assign(At(rows) + 2, 0);
-    pattern_.clear();
-    column_.clear();
-    value_.clear();
+    rowStart_.resize(At(rows) + 2, 0);
+    patternStart_.resize(At(rows) + 2, 0);
+    pivotAt_.resize(At(rows) + 1, -1);
+    fillThrough_.resize(At(rows) + 1, 0);
+    if (shared == 0) {
+        rowStart_[1] = 0;
+        patternStart_[1] = 0;
+    }
+    std::fill(pivotAt_.begin() + shared + 1, pivotAt_.end(), -1);
+    column_.resize(At(rowStart_[At(shared) + 1]));
+    value_.resize(column_.size());
+    pattern_.resize(At(patternStart_[At(shared) + 1]));
+    fill_ = shared == 0 ? 0 : fillThrough_[At(shared)];
     // Room for full rows: only the pages the rows fill are ever touched, and the rows are never
     // copied to grow.
     const std::size_t most = At(rows) * (At(columns_) + 1);
     column_.reserve(most);
     value_.reserve(most);
     pattern_.reserve(At(rows) * present_.size());
-    fill_ = 0;
 }
 
 void NodeOrderElimination::Load(const SparseMatrix& matrix, int row) {
@@ -149,6 +200,7 @@ void NodeOrderElimination::Keep(int row) {
     // Elements made: those kept, less those loaded, plus those eliminated.
     fill_ += column_.size() - first - At(loadedLessEliminated_);
     patternStart_[At(row) + 1] = static_cast<int>(pattern_.size());
+    fillThrough_[At(row)] = fill_;
 }
 
 // The columns of a finished row right of its pivot, by word.

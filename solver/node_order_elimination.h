@@ -39,8 +39,16 @@ public:
     // Elements the last elimination added to the rows, for the tests and the benchmarks.
     std::size_t FillCount() const { return fill_; }
 
+    // Leading rows the last elimination took over from the one before, where the two systems'
+    // rows were the same to the last bit (a new start from seeded heads repeats every row before
+    // the first that the moved node changes). Forget makes the next elimination start afresh.
+    int ReusedRows() const { return reused_; }
+    void Forget() { finished_ = 0; }
+
 private:
-    void Prepare(const SparseMatrix& matrix, int rows);
+    int SharedRows(const SparseMatrix& matrix, int rows) const;
+    void Remember(const SparseMatrix& matrix, int rows, int from);
+    void Prepare(const SparseMatrix& matrix, int rows, int shared);
     void Load(const SparseMatrix& matrix, int row);
     void EliminateLeftOfDiagonal(int row);
     void AddPattern(int pivotRow);
@@ -74,6 +82,18 @@ private:
     };
     std::vector<int> patternStart_;
     std::vector<PatternWord> pattern_;
+    std::vector<std::size_t> fillThrough_; // by row: the fill up to and with that row
+
+    // The rows as given to the last elimination, by row, and how many of its leading rows were
+    // finished with a usable pivot.
+    struct GivenElement {
+        int Column;
+        std::uint64_t Bits;
+    };
+    std::vector<int> givenStart_;
+    std::vector<GivenElement> given_;
+    int finished_ = 0;
+    int reused_ = 0;
 };
 
 } // namespace quench

@@ -1,6 +1,7 @@
 #include "solver/node_order_elimination.h"
 #include "solver/sparse_matrix.h"
 
+#include <algorithm>
 #include <cstring>
 #include <random>
 
@@ -204,6 +205,70 @@ TEST(NodeOrderElimination, ARowLeftEmptyGetsAZeroDiagonalAndTheMatrixStaysAsBuil
     ASSERT_EQ(elimination.Solve(matrix, 2, correction), NodeOrderOutcome::Solved);
     EXPECT_EQ(correction[2], (0 - 1.5 * 1.0) / 4.0);
     EXPECT_EQ(correction[1], 1.0 / 2.0); // row 1's last element is its right side
+}
+
+// Rows 1 to `rows`: those before `changed` as `head` holds them, the rest as `tail` does, every
+// element that exists copied as it is, stored zeros included.
+SparseMatrix Spliced(const SparseMatrix& head, const SparseMatrix& tail, int changed, int rows) {
+    SparseMatrix matrix;
+    matrix.Reserve(rows + 1, 64);
+    matrix.Clear(rows);
+    for (int row = 1; row <= rows; ++row) {
+        const SparseMatrix& from = row < changed ? head : tail;
+        for (int at = from.RowHead(row); at != 0; at = from.Element(at).Next) {
+            matrix.SetElement(row, from.Element(at).Column, 1.0);
+            matrix.SetElement(row, from.Element(at).Column, from.Element(at).Value);
+        }
+    }
+    return matrix;
+}
+
+TEST(NodeOrderElimination, TakesOverTheRowsASystemRepeatsAndGivesAFreshOnesNumbers) {
+    std::mt19937 random(20261127);
+    NodeOrderElimination elimination; // carried from each system to the next
+    int takenOver = 0;
+    int solved = 0;
+    for (int trial = 0; trial < 2000; ++trial) {
+        const int rows = trial % 100 == 0 ? 130 : 2 + trial % 23;
+        const SparseMatrix first = RandomRows(random, rows, rows + 1);
+        std::vector<double> ignored(static_cast<std::size_t>(rows) + 1, 0.0);
+        elimination.Solve(first, rows, ignored);
+        // The next system begins with the first one's rows and goes on with others, perhaps
+        // more or fewer of them; now and then it is the first one again.
+        const bool again = trial % 5 == 0;
+        const int nextRows =
+            again ? rows : std::max(1, rows + std::uniform_int_distribution<int>(-2, 2)(random));
+        const int changed =
+            std::uniform_int_distribution<int>(1, std::min(rows, nextRows) + 1)(random);
+        const SparseMatrix next =
+            again ? first
+                  : Spliced(first, RandomRows(random, nextRows, nextRows + 1), changed, nextRows);
+        LinkedRows reference;
+        reference.Matrix = next;
+        std::vector<double> expected(static_cast<std::size_t>(nextRows) + 1, 0.25);
+        std::vector<double> found = expected;
+        const NodeOrderOutcome want = reference.Solve(nextRows, expected);
+        ASSERT_EQ(elimination.Solve(next, nextRows, found), want) << "trial " << trial;
+        EXPECT_LE(elimination.ReusedRows(), nextRows) << "trial " << trial;
+        takenOver += elimination.ReusedRows() > 0 ? 1 : 0;
+        if (want != NodeOrderOutcome::Solved) {
+            continue;
+        }
+        ++solved;
+        ASSERT_EQ(found.size(), expected.size()) << "trial " << trial;
+        EXPECT_EQ(std::memcmp(found.data(), expected.data(), found.size() * sizeof(double)), 0)
+            << "trial " << trial;
+        EXPECT_EQ(elimination.FillCount(), reference.Fill) << "trial " << trial;
+    }
+    EXPECT_GT(solved, 700);
+    EXPECT_GT(takenOver, 700);
+    // Told to forget, it takes nothing over, even from the very same rows.
+    const SparseMatrix same = RandomRows(random, 8, 9);
+    std::vector<double> correction(9, 0.0);
+    elimination.Solve(same, 8, correction);
+    elimination.Forget();
+    elimination.Solve(same, 8, correction);
+    EXPECT_EQ(elimination.ReusedRows(), 0);
 }
 
 } // namespace
