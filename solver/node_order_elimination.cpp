@@ -183,6 +183,10 @@ void NodeOrderElimination::Keep(int row) {
     int pivotColumn = -1;
     for (std::size_t word = 0; word < present_.size(); ++word) {
         const std::uint64_t bits = present_[word];
+        if (bits == 0) {
+            continue;
+        }
+        present_[word] = 0;
         for (std::uint64_t rest = bits; rest != 0; rest &= rest - 1) {
             const int column = static_cast<int>(word * 64) + std::countr_zero(rest);
             if (column >= row && pivotColumn < 0) {
@@ -194,7 +198,6 @@ void NodeOrderElimination::Keep(int row) {
             work_[At(column)] = -0.0;
         }
         KeepPattern(word, bits, pivotColumn);
-        present_[word] = 0;
     }
     rowStart_[At(row) + 1] = static_cast<int>(column_.size());
     // Elements made: those kept, less those loaded, plus those eliminated.
