@@ -22,10 +22,14 @@ double& CorrectionAt(std::vector<double>& correction, int column) {
 } // namespace
 
 NodeOrderOutcome NodeOrderElimination::Solve(const SparseMatrix& matrix, int rows,
-                                             std::vector<double>& correction) {
-    reused_ = SharedRows(matrix, rows);
-    Remember(matrix, rows, reused_);
+                                             std::vector<double>& correction,
+                                             const std::vector<int>& renumbered) {
+    reused_ = SharedRows(matrix, rows, renumbered);
+    Remember(matrix, rows, renumbered.empty() ? reused_ : 0);
     Prepare(matrix, rows, reused_);
+    if (!renumbered.empty()) {
+        Renumber(reused_, renumbered);
+    }
     finished_ = reused_;
     for (int row = reused_ + 1; row <= rows; ++row) {
         Load(matrix, row);
@@ -41,17 +45,48 @@ NodeOrderOutcome NodeOrderElimination::Solve(const SparseMatrix& matrix, int row
                                             : NodeOrderOutcome::ZeroDiagonal;
 }
 
+namespace {
+
+// A column of the last system by its number in this one; 0 when it has none.
+int NewColumn(const std::vector<int>& renumbered, int column) {
+    if (renumbered.empty()) {
+        return column;
+    }
+    return column < static_cast<int>(renumbered.size()) ? renumbered[At(column)] : 0;
+}
+
+// Rows before the first column renumbered keep their places, so only they can be taken over;
+// and only when the numbers rise as the columns do, which keeps each row's order.
+int RowsKeepingTheirPlaces(const std::vector<int>& renumbered, int limit) {
+    int last = -1;
+    int kept = limit;
+    for (int column = 0; column < static_cast<int>(renumbered.size()); ++column) {
+        const int number = renumbered[At(column)];
+        if (number != column && kept == limit) {
+            kept = std::min(limit, std::max(column - 1, 0));
+        }
+        if (number != 0 && number <= last) {
+            return 0;
+        }
+        last = std::max(last, number);
+    }
+    return kept;
+}
+
+} // namespace
+
 // The leading rows that are, element for element and bit for bit, those the last elimination
-// finished: their eliminated rows stand as they are.
-int NodeOrderElimination::SharedRows(const SparseMatrix& matrix, int rows) const {
-    const int limit = std::min(rows, finished_);
+// finished, their columns renumbered: their eliminated rows stand as they are.
+int NodeOrderElimination::SharedRows(const SparseMatrix& matrix, int rows,
+                                     const std::vector<int>& renumbered) const {
+    const int limit = RowsKeepingTheirPlaces(renumbered, std::min(rows, finished_));
     for (int row = 1; row <= limit; ++row) {
         int at = givenStart_[At(row)];
         const int end = givenStart_[At(row) + 1];
         for (int element = matrix.RowHead(row); element != 0;
              element = matrix.Element(element).Next, ++at) {
             const SparseElement& given = matrix.Element(element);
-            if (at == end || given_[At(at)].Column != given.Column ||
+            if (at == end || NewColumn(renumbered, given_[At(at)].Column) != given.Column ||
                 given_[At(at)].Bits != std::bit_cast<std::uint64_t>(given.Value)) {
                 return row - 1;
             }
@@ -61,6 +96,27 @@ int NodeOrderElimination::SharedRows(const SparseMatrix& matrix, int rows) const
         }
     }
     return limit;
+}
+
+// The rows taken over get this system's column numbers, and their patterns with them.
+void NodeOrderElimination::Renumber(int shared, const std::vector<int>& renumbered) {
+    for (int at = 0; at < rowStart_[At(shared) + 1]; ++at) {
+        column_[At(at)] = NewColumn(renumbered, column_[At(at)]);
+    }
+    pattern_.clear();
+    for (int row = 1; row <= shared; ++row) {
+        for (int at = pivotAt_[At(row)] + 1; at < rowStart_[At(row) + 1]; ++at) {
+            const int column = column_[At(at)];
+            const std::uint32_t word = static_cast<std::uint32_t>(column >> 6);
+            const std::uint64_t bit = std::uint64_t{1} << (column & 63);
+            if (pattern_.size() > At(patternStart_[At(row)]) && pattern_.back().Index == word) {
+                pattern_.back().Bits |= bit;
+            } else {
+                pattern_.push_back({word, bit});
+            }
+        }
+        patternStart_[At(row) + 1] = static_cast<int>(pattern_.size());
+    }
 }
 
 // The rows after the shared ones as given now.

@@ -33,22 +33,27 @@ enum class NodeOrderOutcome {
 class NodeOrderElimination {
 public:
     // Rows 1 to `rows` of the matrix; the corrections by column into `correction` (grown with
-    // zeros when a column lies beyond its end). The matrix is left as it was.
-    NodeOrderOutcome Solve(const SparseMatrix& matrix, int rows, std::vector<double>& correction);
+    // zeros when a column lies beyond its end). The matrix is left as it was. `renumbered` gives,
+    // by column of the system eliminated last, that column's number in this one (0 where it has
+    // none), numbers rising as the columns do; empty when the columns are numbered alike.
+    NodeOrderOutcome Solve(const SparseMatrix& matrix, int rows, std::vector<double>& correction,
+                           const std::vector<int>& renumbered = {});
 
     // Elements the last elimination added to the rows, for the tests and the benchmarks.
     std::size_t FillCount() const { return fill_; }
 
     // Leading rows the last elimination took over from the one before, where the two systems'
-    // rows were the same to the last bit (a new start from seeded heads repeats every row before
-    // the first that the moved node changes). Forget makes the next elimination start afresh.
+    // rows were the same to the last bit, columns renumbered (a new start from seeded heads
+    // repeats every row before the first node that the HMD node's move renumbers). Forget makes
+    // the next elimination start afresh.
     int ReusedRows() const { return reused_; }
     void Forget() { finished_ = 0; }
 
 private:
-    int SharedRows(const SparseMatrix& matrix, int rows) const;
+    int SharedRows(const SparseMatrix& matrix, int rows, const std::vector<int>& renumbered) const;
     void Remember(const SparseMatrix& matrix, int rows, int from);
     void Prepare(const SparseMatrix& matrix, int rows, int shared);
+    void Renumber(int shared, const std::vector<int>& renumbered);
     void Load(const SparseMatrix& matrix, int row);
     void EliminateLeftOfDiagonal(int row);
     void AddPattern(int pivotRow);

@@ -87,9 +87,39 @@ void TestConvergence(RunContext& context, SolverState& state) {
     state.MaximumImbalance = RoundToSixDecimals(state.MaximumImbalance);
 }
 
+// By column of the last node-order step, the column of the same node now (0 for none), the columns
+// above the nodes' kept; empty when every column kept its number.
+std::vector<int> RenumberedColumns(SolverState& state) {
+    const std::vector<int>& last = state.NodeOrderColumns;
+    const std::vector<int>& now = state.ColumnOfPosition;
+    const int rightSide = RightHandSideColumn(state);
+    if (last == now && state.NodeOrderRightSide == rightSide) {
+        return {};
+    }
+    if (last.empty() || state.NodeOrderRightSide != rightSide) {
+        state.NodeOrder.Forget();
+        return {};
+    }
+    const int lastNodes = *std::max_element(last.begin(), last.end());
+    std::vector<int> renumbered(static_cast<std::size_t>(std::max(lastNodes, rightSide)) + 1, 0);
+    for (int column = lastNodes + 1; column <= rightSide; ++column) {
+        renumbered[static_cast<std::size_t>(column)] = column;
+    }
+    for (std::size_t position = 1; position < last.size(); ++position) {
+        if (last[position] > 0) {
+            renumbered[static_cast<std::size_t>(last[position])] =
+                position < now.size() ? now[position] : 0;
+        }
+    }
+    return renumbered;
+}
+
 MatrixOutcome SolveInNodeOrder(RunContext& context, SolverState& state) {
     ++state.NodeOrderSteps;
-    switch (state.NodeOrder.Solve(state.Matrix, state.RowCount, state.Correction)) {
+    const std::vector<int> renumbered = RenumberedColumns(state);
+    state.NodeOrderColumns = state.ColumnOfPosition;
+    state.NodeOrderRightSide = RightHandSideColumn(state);
+    switch (state.NodeOrder.Solve(state.Matrix, state.RowCount, state.Correction, renumbered)) {
     case NodeOrderOutcome::ZeroPivot:
         return ZeroPivot(context, state);
     case NodeOrderOutcome::ZeroDiagonal:

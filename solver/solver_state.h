@@ -127,6 +127,9 @@ struct SolverState {
     std::array<Integer, MaterialCodes> CValue{}; // by material code
     SparseMatrix Matrix; // the equations in node order, for the steps that take that order
     NodeOrderElimination NodeOrder;
+    // The columns of the node positions and of the right side in the last node-order step.
+    std::vector<int> NodeOrderColumns;
+    int NodeOrderRightSide = 0;
     EquationLayout Layout;
     OrderedElimination Elimination;
     long HalfEdgeBuilds = 0;  // counts the half-edge tables built, so a layout knows its own

@@ -148,13 +148,14 @@ SparseMatrix RandomRows(std::mt19937& random, int rows, int columns) {
 // Solves the rows with the elimination and as linked rows: the outcomes, every correction (to the
 // last bit) and the fills agree. Returns the outcome.
 NodeOrderOutcome ExpectLinkedRowsNumbers(NodeOrderElimination& elimination,
-                                         const SparseMatrix& matrix, int rows, int trial) {
+                                         const SparseMatrix& matrix, int rows, int trial,
+                                         const std::vector<int>& renumbered = {}) {
     LinkedRows reference;
     reference.Matrix = matrix;
     std::vector<double> expected(static_cast<std::size_t>(rows) + 1, 0.25);
     std::vector<double> found = expected;
     const NodeOrderOutcome want = reference.Solve(rows, expected);
-    EXPECT_EQ(elimination.Solve(matrix, rows, found), want) << "trial " << trial;
+    EXPECT_EQ(elimination.Solve(matrix, rows, found, renumbered), want) << "trial " << trial;
     if (want == NodeOrderOutcome::Solved) {
         EXPECT_TRUE(found.size() == expected.size() &&
                     std::memcmp(found.data(), expected.data(), found.size() * sizeof(double)) == 0)
@@ -212,48 +213,85 @@ TEST(NodeOrderElimination, ARowLeftEmptyGetsAZeroDiagonalAndTheMatrixStaysAsBuil
     EXPECT_EQ(correction[1], 1.0 / 2.0); // row 1's last element is its right side
 }
 
-// Rows 1 to `rows`: those before `changed` as `head` holds them, the rest as `tail` does, every
-// element that exists copied as it is, stored zeros included.
-SparseMatrix Spliced(const SparseMatrix& head, const SparseMatrix& tail, int changed, int rows) {
+// Rows 1 to `rows`: those before `changed` as `head` holds them, their columns renumbered (when
+// `renumbered` is not empty), the rest as `tail` holds them; every element that exists copied as
+// it is, stored zeros included.
+SparseMatrix Spliced(const SparseMatrix& head, const SparseMatrix& tail, int changed, int rows,
+                     const std::vector<int>& renumbered) {
     SparseMatrix matrix;
     matrix.Reserve(rows + 1, 64);
     matrix.Clear(rows);
     for (int row = 1; row <= rows; ++row) {
-        const SparseMatrix& from = row < changed ? head : tail;
+        const bool headRow = row < changed;
+        const SparseMatrix& from = headRow ? head : tail;
         for (int at = from.RowHead(row); at != 0; at = from.Element(at).Next) {
-            matrix.SetElement(row, from.Element(at).Column, 1.0);
-            matrix.SetElement(row, from.Element(at).Column, from.Element(at).Value);
+            const int column = from.Element(at).Column;
+            const int placed = headRow && !renumbered.empty()
+                                   ? renumbered[static_cast<std::size_t>(column)]
+                                   : column;
+            matrix.SetElement(row, placed, 1.0);
+            matrix.SetElement(row, placed, from.Element(at).Value);
         }
     }
     return matrix;
+}
+
+// The columns of `columns + 1` numbers (0 to `columns`), one more inserted before `inserted`.
+std::vector<int> ColumnInsertedBefore(int inserted, int columns) {
+    std::vector<int> renumbered(static_cast<std::size_t>(columns) + 1);
+    for (int column = 0; column <= columns; ++column) {
+        renumbered[static_cast<std::size_t>(column)] = column < inserted ? column : column + 1;
+    }
+    return renumbered;
 }
 
 TEST(NodeOrderElimination, TakesOverTheRowsASystemRepeatsAndGivesAFreshOnesNumbers) {
     std::mt19937 random(20261127);
     NodeOrderElimination elimination; // carried from each system to the next
     int takenOver = 0;
+    int renumberedTakenOver = 0;
     int solved = 0;
-    for (int trial = 0; trial < 2000; ++trial) {
+    for (int trial = 0; trial < 2500; ++trial) {
         const int rows = trial % 100 == 0 ? 130 : 2 + trial % 23;
         const SparseMatrix first = RandomRows(random, rows, rows + 1);
         std::vector<double> ignored(static_cast<std::size_t>(rows) + 1, 0.0);
         elimination.Solve(first, rows, ignored);
         // The next system begins with the first one's rows and goes on with others, perhaps
-        // more or fewer of them; now and then it is the first one again.
-        const bool again = trial % 5 == 0;
-        const int nextRows =
-            again ? rows : std::max(1, rows + std::uniform_int_distribution<int>(-2, 2)(random));
+        // more or fewer of them; now and then it is the first one again, or its columns are
+        // renumbered around one put in (as when the HMD node moves), or renumbered out of order.
+        const int kind = trial % 5;
+        int nextRows = std::max(1, rows + std::uniform_int_distribution<int>(-2, 2)(random));
+        std::vector<int> renumbered;
+        int inserted = rows + 2;
+        if (kind == 0) {
+            nextRows = rows;
+        } else if (kind == 1 || kind == 2) {
+            nextRows = rows + 1;
+            inserted = std::uniform_int_distribution<int>(1, rows + 1)(random);
+            renumbered = ColumnInsertedBefore(inserted, rows + 1);
+            if (kind == 2) {
+                std::swap(renumbered[static_cast<std::size_t>(rows)],
+                          renumbered[static_cast<std::size_t>(rows) + 1]);
+            }
+        }
         const int changed =
             std::uniform_int_distribution<int>(1, std::min(rows, nextRows) + 1)(random);
-        const SparseMatrix next =
-            again ? first
-                  : Spliced(first, RandomRows(random, nextRows, nextRows + 1), changed, nextRows);
+        const SparseMatrix next = kind == 0
+                                      ? first
+                                      : Spliced(first, RandomRows(random, nextRows, nextRows + 1),
+                                                changed, nextRows, renumbered);
         const NodeOrderOutcome outcome =
-            ExpectLinkedRowsNumbers(elimination, next, nextRows, trial);
-        EXPECT_LE(elimination.ReusedRows(), nextRows) << "trial " << trial;
-        takenOver += elimination.ReusedRows() > 0 ? 1 : 0;
+            ExpectLinkedRowsNumbers(elimination, next, nextRows, trial, renumbered);
+        const int reused = elimination.ReusedRows();
+        EXPECT_LE(reused, std::min(nextRows, inserted - 1)) << "trial " << trial;
+        if (kind == 2) {
+            EXPECT_EQ(reused, 0) << "trial " << trial; // numbers out of order: nothing taken
+        }
+        takenOver += reused > 0 ? 1 : 0;
+        renumberedTakenOver += kind == 1 && reused > 0 ? 1 : 0;
         solved += outcome == NodeOrderOutcome::Solved ? 1 : 0;
     }
+    EXPECT_GT(renumberedTakenOver, 200);
     EXPECT_GT(solved, 700);
     EXPECT_GT(takenOver, 700);
     // Told to forget, it takes nothing over, even from the very same rows.
