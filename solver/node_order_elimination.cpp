@@ -47,12 +47,14 @@ NodeOrderOutcome NodeOrderElimination::Solve(const SparseMatrix& matrix, int row
 
 namespace {
 
-// A column of the last system by its number in this one; 0 when it has none.
+// A column of the last system by its number in this one; -1 when it has none, which no element's
+// column equals (not even column 0's).
 int NewColumn(const std::vector<int>& renumbered, int column) {
-    if (renumbered.empty()) {
+    if (renumbered.empty() || column == 0) {
         return column;
     }
-    return column < static_cast<int>(renumbered.size()) ? renumbered[At(column)] : 0;
+    const int number = column < static_cast<int>(renumbered.size()) ? renumbered[At(column)] : 0;
+    return number == 0 ? -1 : number;
 }
 
 // Rows before the first column renumbered keep their places, so only they can be taken over;

@@ -236,11 +236,16 @@ SparseMatrix Spliced(const SparseMatrix& head, const SparseMatrix& tail, int cha
     return matrix;
 }
 
-// The columns of `columns + 1` numbers (0 to `columns`), one more inserted before `inserted`.
-std::vector<int> ColumnInsertedBefore(int inserted, int columns) {
+// Columns 0 to `columns` renumbered around one more put in before `changed` (by +1), or with
+// `changed` itself taken out (by -1; it has no number left, 0, and so lands in column 0 when
+// Spliced copies it).
+std::vector<int> Renumbered(int changed, int columns, int by) {
     std::vector<int> renumbered(static_cast<std::size_t>(columns) + 1);
     for (int column = 0; column <= columns; ++column) {
-        renumbered[static_cast<std::size_t>(column)] = column < inserted ? column : column + 1;
+        const int number = column < changed              ? column
+                           : column == changed && by < 0 ? 0
+                                                         : column + by;
+        renumbered[static_cast<std::size_t>(column)] = number;
     }
     return renumbered;
 }
@@ -258,17 +263,19 @@ TEST(NodeOrderElimination, TakesOverTheRowsASystemRepeatsAndGivesAFreshOnesNumbe
         elimination.Solve(first, rows, ignored);
         // The next system begins with the first one's rows and goes on with others, perhaps
         // more or fewer of them; now and then it is the first one again, or its columns are
-        // renumbered around one put in (as when the HMD node moves), or renumbered out of order.
-        const int kind = trial % 5;
+        // renumbered around one put in or taken out (as when the HMD node moves), or renumbered
+        // out of order.
+        const int kind = trial % 6;
         int nextRows = std::max(1, rows + std::uniform_int_distribution<int>(-2, 2)(random));
         std::vector<int> renumbered;
         int inserted = rows + 2;
         if (kind == 0) {
             nextRows = rows;
-        } else if (kind == 1 || kind == 2) {
-            nextRows = rows + 1;
+        } else if (kind <= 3) {
+            const int by = kind == 3 ? -1 : 1;
+            nextRows = rows + by;
             inserted = std::uniform_int_distribution<int>(1, rows + 1)(random);
-            renumbered = ColumnInsertedBefore(inserted, rows + 1);
+            renumbered = Renumbered(inserted, rows + 1, by);
             if (kind == 2) {
                 std::swap(renumbered[static_cast<std::size_t>(rows)],
                           renumbered[static_cast<std::size_t>(rows) + 1]);
@@ -288,7 +295,7 @@ TEST(NodeOrderElimination, TakesOverTheRowsASystemRepeatsAndGivesAFreshOnesNumbe
             EXPECT_EQ(reused, 0) << "trial " << trial; // numbers out of order: nothing taken
         }
         takenOver += reused > 0 ? 1 : 0;
-        renumberedTakenOver += kind == 1 && reused > 0 ? 1 : 0;
+        renumberedTakenOver += (kind == 1 || kind == 3) && reused > 0 ? 1 : 0;
         solved += outcome == NodeOrderOutcome::Solved ? 1 : 0;
     }
     EXPECT_GT(renumberedTakenOver, 200);
