@@ -25,8 +25,9 @@ NodeOrderOutcome NodeOrderElimination::Solve(const SparseMatrix& matrix, int row
                                              std::vector<double>& correction,
                                              const std::vector<int>& renumbered) {
     reused_ = SharedRows(matrix, rows, renumbered);
-    Remember(matrix, rows, renumbered.empty() ? reused_ : 0);
-    Prepare(matrix, rows, reused_);
+    // Room for the widest row: every column an element names, and the diagonals.
+    columns_ = std::max(rows, Remember(matrix, rows));
+    Prepare(rows, reused_);
     if (!renumbered.empty()) {
         Renumber(reused_, renumbered);
     }
@@ -121,41 +122,32 @@ void NodeOrderElimination::Renumber(int shared, const std::vector<int>& renumber
     }
 }
 
-// The rows after the shared ones as given now.
-void NodeOrderElimination::Remember(const SparseMatrix& matrix, int rows, int from) {
-    givenStart_.resize(At(rows) + 2, 0);
-    if (from == 0) {
-        givenStart_[1] = 0;
-    }
-    given_.resize(At(givenStart_[At(from) + 1]));
-    for (int row = from + 1; row <= rows; ++row) {
+// The rows as given now, to be compared with the next system's; returns the largest column.
+int NodeOrderElimination::Remember(const SparseMatrix& matrix, int rows) {
+    givenStart_.assign(At(rows) + 2, 0);
+    given_.clear();
+    int largest = 0;
+    for (int row = 1; row <= rows; ++row) {
         for (int at = matrix.RowHead(row); at != 0; at = matrix.Element(at).Next) {
             const SparseElement& element = matrix.Element(at);
             given_.push_back({element.Column, std::bit_cast<std::uint64_t>(element.Value)});
+            largest = std::max(largest, element.Column);
         }
         givenStart_[At(row) + 1] = static_cast<int>(given_.size());
     }
+    return largest;
 }
 
-// Room for the widest row: every column an element of the matrix names, and the diagonals. The
-// shared rows stay, the rest go.
-void NodeOrderElimination::Prepare(const SparseMatrix& matrix, int rows, int shared) {
-    columns_ = rows;
-    for (int row = 1; row <= rows; ++row) {
-        for (int at = matrix.RowHead(row); at != 0; at = matrix.Element(at).Next) {
-            columns_ = std::max(columns_, matrix.Element(at).Column);
-        }
-    }
+// The working row emptied for `columns_` columns; the shared rows stay, the rest go.
+void NodeOrderElimination::Prepare(int rows, int shared) {
     work_.assign(At(columns_) + 1, -0.0);
     present_.assign(At(columns_ >> 6) + 1, 0);
     rowStart_.resize(At(rows) + 2, 0);
     patternStart_.resize(At(rows) + 2, 0);
     pivotAt_.resize(At(rows) + 1, -1);
     fillThrough_.resize(At(rows) + 1, 0);
-    if (shared == 0) {
-        rowStart_[1] = 0;
-        patternStart_[1] = 0;
-    }
+    rowStart_[1] = 0;
+    patternStart_[1] = 0;
     std::fill(pivotAt_.begin() + shared + 1, pivotAt_.end(), -1);
     column_.resize(At(rowStart_[At(shared) + 1]));
     value_.resize(column_.size());

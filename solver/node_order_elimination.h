@@ -35,7 +35,8 @@ public:
     // Rows 1 to `rows` of the matrix; the corrections by column into `correction` (grown with
     // zeros when a column lies beyond its end). The matrix is left as it was. `renumbered` gives,
     // by column of the system eliminated last, that column's number in this one (0 where it has
-    // none), numbers rising as the columns do; empty when the columns are numbered alike.
+    // none); empty when the columns are numbered alike. Rows are taken over only where the numbers
+    // rise as the columns do.
     NodeOrderOutcome Solve(const SparseMatrix& matrix, int rows, std::vector<double>& correction,
                            const std::vector<int>& renumbered = {});
 
@@ -51,8 +52,8 @@ public:
 
 private:
     int SharedRows(const SparseMatrix& matrix, int rows, const std::vector<int>& renumbered) const;
-    void Remember(const SparseMatrix& matrix, int rows, int from);
-    void Prepare(const SparseMatrix& matrix, int rows, int shared);
+    int Remember(const SparseMatrix& matrix, int rows);
+    void Prepare(int rows, int shared);
     void Renumber(int shared, const std::vector<int>& renumbered);
     void Load(const SparseMatrix& matrix, int row);
     void EliminateLeftOfDiagonal(int row);

@@ -88,8 +88,9 @@ void TestConvergence(RunContext& context, SolverState& state) {
 }
 
 // By column of the last node-order step, the column of the same node now (0 for none), the columns
-// above the nodes' kept; empty when every column kept its number.
-std::vector<int> RenumberedColumns(SolverState& state) {
+// above the nodes' kept; empty when every column kept its number, none kept when the right side
+// moved.
+std::vector<int> RenumberedColumns(const SolverState& state) {
     const std::vector<int>& last = state.NodeOrderColumns;
     const std::vector<int>& now = state.ColumnOfPosition;
     const int rightSide = RightHandSideColumn(state);
@@ -97,8 +98,7 @@ std::vector<int> RenumberedColumns(SolverState& state) {
         return {};
     }
     if (last.empty() || state.NodeOrderRightSide != rightSide) {
-        state.NodeOrder.Forget();
-        return {};
+        return {0, 0};
     }
     const int lastNodes = *std::max_element(last.begin(), last.end());
     std::vector<int> renumbered(static_cast<std::size_t>(std::max(lastNodes, rightSide)) + 1, 0);
