@@ -175,18 +175,27 @@ void NodeOrderElimination::Load(const SparseMatrix& matrix, int row) {
 // and the row takes that multiple of the pivot row. Every column the row holds lies right of the
 // one being eliminated, so the row is left empty when none follows it.
 void NodeOrderElimination::EliminateLeftOfDiagonal(int row) {
-    for (int column = FirstColumnFrom(0); column >= 1 && column < row;
-         column = FirstColumnFrom(column + 1)) {
+    int column = FirstColumnFrom(0);
+    while (column >= 1 && column < row) {
         const double factor = work_[At(column)] / value_[At(pivotAt_[At(column)])];
         Unmark(column);
         work_[At(column)] = -0.0;
         --loadedLessEliminated_;
-        if (FirstColumnFrom(column + 1) < 0) {
+        int next = FirstColumnFrom(column + 1);
+        if (next < 0) {
             Mark(row);
             work_[At(row)] = 0;
+            next = row;
         }
         AddPattern(column);
         SubtractPivotRow(column, factor);
+        // The pivot row's columns all lie right of the one eliminated: the first of them may
+        // come before the row's own next one.
+        const int after = pivotAt_[At(column)] + 1;
+        if (after < rowStart_[At(column) + 1]) {
+            next = std::min(next, column_[At(after)]);
+        }
+        column = next;
     }
 }
 
@@ -204,6 +213,8 @@ void NodeOrderElimination::SubtractPivotRow(int pivotRow, double factor) {
     const int* const columns = column_.data();
     const double* const values = value_.data();
     double* const work = work_.data();
+    // Unrolled, so that the loads of several columns are on their way together.
+#pragma GCC unroll 4
     for (int at = pivotAt_[At(pivotRow)] + 1; at < end; ++at) {
         const int column = columns[at];
         work[column] = work[column] - factor * values[at];
