@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 namespace quench {
 
@@ -88,17 +89,17 @@ void TestConvergence(RunContext& context, SolverState& state) {
 }
 
 // By column of the last node-order step, the column of the same node now (0 for none), the columns
-// above the nodes' kept; empty when every column kept its number, none kept when the right side
-// moved.
-std::vector<int> RenumberedColumns(const SolverState& state) {
+// above the nodes' kept; empty when every column kept its number, none when the right side moved
+// (no row can then be taken over).
+std::optional<std::vector<int>> RenumberedColumns(const SolverState& state) {
     const std::vector<int>& last = state.NodeOrderColumns;
     const std::vector<int>& now = state.ColumnOfPosition;
     const int rightSide = RightHandSideColumn(state);
-    if (last == now && state.NodeOrderRightSide == rightSide) {
-        return {};
-    }
     if (last.empty() || state.NodeOrderRightSide != rightSide) {
-        return {0, 0};
+        return std::nullopt;
+    }
+    if (last == now) {
+        return std::vector<int>{};
     }
     const int lastNodes = *std::max_element(last.begin(), last.end());
     std::vector<int> renumbered(static_cast<std::size_t>(std::max(lastNodes, rightSide)) + 1, 0);
@@ -116,10 +117,14 @@ std::vector<int> RenumberedColumns(const SolverState& state) {
 
 MatrixOutcome SolveInNodeOrder(RunContext& context, SolverState& state) {
     ++state.NodeOrderSteps;
-    const std::vector<int> renumbered = RenumberedColumns(state);
+    const std::optional<std::vector<int>> renumbered = RenumberedColumns(state);
+    if (!renumbered) {
+        state.NodeOrder.Forget();
+    }
     state.NodeOrderColumns = state.ColumnOfPosition;
     state.NodeOrderRightSide = RightHandSideColumn(state);
-    switch (state.NodeOrder.Solve(state.Matrix, state.RowCount, state.Correction, renumbered)) {
+    switch (state.NodeOrder.Solve(state.Matrix, state.RowCount, state.Correction,
+                                  renumbered.value_or(std::vector<int>{}))) {
     case NodeOrderOutcome::ZeroPivot:
         return ZeroPivot(context, state);
     case NodeOrderOutcome::ZeroDiagonal:
