@@ -4,6 +4,7 @@
 #include "app/recent_files.h"
 #include "app/start_file.h"
 #include "core/atomic_write.h"
+#include "core/linked_copy.h"
 #include "core/project_file.h"
 #include "core/record_file.h"
 #include "core/settings_keys.h"
@@ -316,10 +317,12 @@ bool ProjectLifecycle::TryFile(const std::vector<std::uint8_t>& bytes) {
 }
 
 // The working copy of a file that stays on the disk as it was: a crash loses nothing that a sync
-// would keep. The model is read from the same bytes.
+// would keep. Where it can, the copy is a second name of the named file, else the bytes read are
+// written. The model is read from the same bytes.
 bool ProjectLifecycle::LoadWorkingCopy(const std::vector<std::uint8_t>& bytes) {
     const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
-    if (!WriteFileAtomically(tempFileName_, text, nullptr, Durability::Unsynced)) {
+    if (!MakeLinkedCopy(projectFileName_, tempFileName_, bytes.size()) &&
+        !WriteFileAtomically(tempFileName_, text, nullptr, Durability::Unsynced)) {
         readAhead_ = false;
         ClosedAfterFailure(texts::DiskUnusable);
         return false;
