@@ -15,7 +15,7 @@ namespace {
 constexpr std::size_t HeapBytes = 32u << 20;
 constexpr std::uintptr_t LargePageBytes = 2u << 20;
 
-// Holds the heap's start up to its first large page for the whole run.
+// Holds the heap's free space up to its first large page for the whole run.
 void* volatile unalignedStart = nullptr;
 
 std::uintptr_t HeapEnd() {
@@ -33,19 +33,23 @@ std::uintptr_t HeapEnd() {
 void PrepareLargePageHeap() {
     ::mallopt(M_MMAP_THRESHOLD, static_cast<int>(HeapBytes));
     ::mallopt(M_TRIM_THRESHOLD, static_cast<int>(2 * HeapBytes));
-    const std::uintptr_t before = HeapEnd();
+    // A block this large comes from the start of the heap's free space, which grows for it.
     // Through a volatile pointer: the compiler would drop a pair of malloc and free.
     void* volatile block = std::malloc(HeapBytes - LargePageBytes);
+    const auto start = reinterpret_cast<std::uintptr_t>(block);
     std::free(block);
-    const std::uintptr_t first = (before + LargePageBytes - 1) & ~(LargePageBytes - 1);
+    const std::uintptr_t first = (start + LargePageBytes - 1) & ~(LargePageBytes - 1);
     const std::uintptr_t last = HeapEnd() & ~(LargePageBytes - 1);
-    if (last <= first) {
+    if (start == 0 || last <= first) {
         return; // the allocator is not the system's, or the heap could not grow
     }
     ::madvise(reinterpret_cast<void*>(first), last - first, MADV_HUGEPAGE);
-    // The heap's start lies in small pages up to the first large one. A block that is never
-    // touched takes it, so that what the command allocates lies in large pages.
-    unalignedStart = std::malloc(first - before);
+    // The free space up to the first large page lies in small pages. A block that is never
+    // touched takes it, sized so that the next block's header (the 16 bytes before its data)
+    // ends where the large page begins; the allocator adds 8 bytes to the size asked for.
+    if (first - start >= 4096) {
+        unalignedStart = std::malloc(first - start - sizeof(std::size_t));
+    }
 }
 
 } // namespace quench::cli
