@@ -117,14 +117,14 @@ std::optional<std::vector<int>> RenumberedColumns(const SolverState& state) {
 
 MatrixOutcome SolveInNodeOrder(RunContext& context, SolverState& state) {
     ++state.NodeOrderSteps;
-    const std::optional<std::vector<int>> renumbered = RenumberedColumns(state);
+    std::optional<std::vector<int>> renumbered = RenumberedColumns(state);
     if (!renumbered) {
         state.NodeOrder.Forget();
+        renumbered.emplace();
     }
     state.NodeOrderColumns = state.ColumnOfPosition;
     state.NodeOrderRightSide = RightHandSideColumn(state);
-    switch (state.NodeOrder.Solve(state.Matrix, state.RowCount, state.Correction,
-                                  renumbered.value_or(std::vector<int>{}))) {
+    switch (state.NodeOrder.Solve(state.Matrix, state.RowCount, state.Correction, *renumbered)) {
     case NodeOrderOutcome::ZeroPivot:
         return ZeroPivot(context, state);
     case NodeOrderOutcome::ZeroDiagonal:
